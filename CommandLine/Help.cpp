@@ -1,0 +1,102 @@
+#include "Help.h"
+
+#include "Localization/NolfaL10n.h"
+
+namespace nolfa::CommandLine::Help {
+
+namespace {
+
+std::string common()
+{
+    return T(R"(  --lang system|en|fr     the language of messages and dates
+  --paper a4|usLetter     the paper of what is laid out on pages
+  --quiet                 no progress
+  -h, --help              this page
+)",
+        R"(  --lang system|en|fr     la langue des messages et des dates
+  --paper a4|usLetter     le papier de ce qui est mis en pages
+  --quiet                 sans avancement
+  -h, --help              cette page
+)");
+}
+
+std::string exitStatus()
+{
+    return T(R"(
+Exit status: 0 all succeeded, 1 a document failed, 2 wrong usage, 130 interrupted.
+)",
+        R"(
+Code de retour : 0 tout a réussi, 1 un document a échoué, 2 mauvais usage, 130 interrompu.
+)");
+}
+
+} // namespace
+
+std::string overview()
+{
+    return T(R"(Nolfa: documents ⇄ Markdown, on your own machine.
+
+Usage: nolfa-cli VERB …
+
+  convert    documents into another format
+  formats    what can be converted into what
+
+  nolfa-cli VERB --help   tells more
+  --version               prints the version
+)",
+               R"(Nolfa : documents ⇄ Markdown, sur votre machine.
+
+Usage : nolfa-cli VERBE …
+
+  convert    des documents dans un autre format
+  formats    ce qui se convertit en quoi
+
+  nolfa-cli VERBE --help  en dit plus
+  --version               affiche la version
+)") + common()
+        + exitStatus();
+}
+
+std::string convert()
+{
+    return T(R"(Usage: nolfa-cli convert INPUT… --to FORMAT [--into DIR] [--jobs N]
+
+Converts each INPUT and prints the path of each output. Inputs are never changed, and nothing is overwritten: where
+a name is taken, "report 2.md" follows "report.md".
+
+  --to FORMAT             markdown, docx, pptx …: nolfa-cli formats lists them
+  --into DIR              an existing folder for the outputs; without it they lie beside their inputs
+  --jobs N                how many documents at once (default: half the processors, at least 2)
+)",
+               R"(Usage : nolfa-cli convert FICHIER… --to FORMAT [--into DOSSIER] [--jobs N]
+
+Convertit chaque FICHIER et affiche le chemin de chaque résultat. Les originaux ne sont jamais modifiés, et rien n’est
+écrasé : quand un nom est pris, « report 2.md » suit « report.md ».
+
+  --to FORMAT             markdown, docx, pptx… : nolfa-cli formats en donne la liste
+  --into DOSSIER          un dossier existant pour les résultats ; sinon ils sont à côté des originaux
+  --jobs N                combien de documents à la fois (par défaut la moitié des processeurs, au moins 2)
+)") + common()
+        + exitStatus();
+}
+
+std::string formats()
+{
+    return T(R"(Usage: nolfa-cli formats [--json]
+
+Lists what can be converted into what on this machine, how good the result will be, and what to expect.
+
+  --json                  for programs: an object with "version" (1) and "routes", each with "source", "target",
+                          "tier" (excellent, good, bestEffort), "note" (or null), "isMacOnly", "requiresNetwork"
+)",
+               R"(Usage : nolfa-cli formats [--json]
+
+Indique ce qui se convertit en quoi sur cette machine, la qualité du résultat et à quoi s’attendre.
+
+  --json                  pour les programmes : un objet avec « version » (1) et « routes », chacune avec « source »,
+                          « target », « tier » (excellent, good, bestEffort), « note » (ou null), « isMacOnly »,
+                          « requiresNetwork »
+)") + common();
+}
+
+} // namespace nolfa::CommandLine::Help

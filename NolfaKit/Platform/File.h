@@ -1,0 +1,33 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string>
+
+namespace nolfa {
+
+/// Small questions about files. All are thread-safe, and none of them throws for what the disc says.
+namespace File {
+
+/// The whole of a regular file. Absent when it can't be opened or read.
+[[nodiscard]] std::optional<std::string> contents(const std::filesystem::path &file);
+
+/// A regular file that this process may read.
+[[nodiscard]] bool isReadable(const std::filesystem::path &file);
+
+/// A regular file that this process may execute.
+[[nodiscard]] bool isExecutable(const std::filesystem::path &file);
+
+/// Anything of that name in the folder, a dangling link included.
+[[nodiscard]] bool isNameTaken(const std::filesystem::path &path);
+
+/// Makes a folder that only its owner may enter, its parents included.
+/// @throws std::filesystem::filesystem_error
+void makePrivateFolder(const std::filesystem::path &folder);
+
+/// Removes a folder and all that lies in it, whatever permissions the content was given. Swallows failures.
+void removeFolder(const std::filesystem::path &folder) noexcept;
+
+} // namespace File
+
+} // namespace nolfa
