@@ -142,6 +142,8 @@ NolfaLanguage languageIn(const std::vector<std::string> &arguments)
 Arguments parse(const std::vector<std::string> &arguments)
 {
     Words words;
+    // What follows "--" is a file, whatever it looks like.
+    const auto mark = std::ranges::find(arguments, "--");
     CLI::App app;
     addCommonOptions(app, words);
     app.add_flag("--version", words.wantsVersion);
@@ -157,7 +159,9 @@ Arguments parse(const std::vector<std::string> &arguments)
     addCommonOptions(*formats, words);
     formats->add_flag("--json", words.asJSON);
 
-    parseWords(app, arguments);
+    parseWords(app, {arguments.begin(), mark});
+    if (mark != arguments.end())
+        words.inputs.insert(words.inputs.end(), mark + 1, arguments.end());
     if (!words.lang.empty() && !languageFromRawValue(words.lang))
         fail("--lang is system, en or fr.", "--lang vaut system, en ou fr.");
     const std::optional<NolfaFormat::Paper> paper = paperFrom(words.paper);

@@ -3,14 +3,19 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace nolfa {
 
-/// Small questions about files. All are thread-safe, and none of them throws for what the disc says.
+/// Small deeds and questions about files. All are thread-safe, and only what says so throws for what the disc says.
 namespace File {
 
 /// The whole of a regular file. Absent when it can't be opened or read.
 [[nodiscard]] std::optional<std::string> contents(const std::filesystem::path &file);
+
+/// Makes the file hold just these bytes.
+/// @throws std::filesystem::filesystem_error when it can't be written whole
+void write(const std::filesystem::path &file, std::string_view bytes);
 
 /// A regular file that this process may read.
 [[nodiscard]] bool isReadable(const std::filesystem::path &file);

@@ -115,6 +115,12 @@ bool isValidUTF8(std::string_view text)
     return true;
 }
 
+std::size_t firstLength(std::string_view text)
+{
+    std::int32_t index = 0;
+    return text.empty() || next(text, index) == broken ? 0 : static_cast<std::size_t>(index);
+}
+
 std::string repaired(std::string_view text)
 {
     if (isValidUTF8(text))

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -10,6 +11,9 @@ namespace nolfa {
 namespace Unicode {
 
 [[nodiscard]] bool isValidUTF8(std::string_view text);
+
+/// The bytes of the first code point; 0 when the text is empty or begins with a broken sequence.
+[[nodiscard]] std::size_t firstLength(std::string_view text);
 
 /// Bytes that are no UTF-8 become U+FFFD.
 [[nodiscard]] std::string repaired(std::string_view text);

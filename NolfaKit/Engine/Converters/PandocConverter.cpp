@@ -2,6 +2,7 @@
 
 #include "Engine/ConversionError.h"
 #include "Engine/FileName.h"
+#include "Engine/MediaLinks.h"
 #include "Engine/ProducedOutput.h"
 #include "Engine/WordFile.h"
 #include "Platform/File.h"
@@ -50,6 +51,7 @@ void PandocConverter::convertToMarkdown(
     UnfinishedOutput unfinished({output, media});
     m_pandoc.run({"-f", "docx", "-t", "gfm-raw_html", "--wrap=none", "--extract-media", media, "-o", output, input},
         std::nullopt, stop);
+    MediaLinks::repair(output, media);
     unfinished.keep();
 }
 

@@ -1,0 +1,164 @@
+// Who may include whom: the rooms of the house, and the arrows between them.
+
+#include <algorithm>
+#include <filesystem>
+#include <fstream>
+#include <gtest/gtest.h>
+#include <map>
+#include <optional>
+#include <regex>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace {
+
+namespace fs = std::filesystem;
+
+const fs::path source = NOLFA_SOURCE;
+
+/// The rooms of the engine, and what each may include besides itself.
+const std::map<std::string, std::set<std::string>> engineRooms{
+    {"Platform", {}},
+    {"Localization", {"Platform"}},
+    {"Engine", {"Platform", "Localization"}},
+    {"Engine/Converters", {"Platform", "Localization", "Engine"}},
+    {"Engine/Google", {"Platform", "Localization", "Engine"}},
+    {"Engine/AppleScript", {"Platform", "Localization", "Engine"}},
+    {"Compare", {"Platform", "Localization", "Engine", "Engine/Converters"}},
+    {"Watermark", {"Platform", "Localization", "Engine"}},
+    {"DesignSystem", {"Platform", "Localization"}},
+};
+
+/// The one file that knows all converters.
+const std::string assemblyPoint = "NolfaKit/Engine/NolfaEngine.cpp";
+
+struct Include {
+    std::string file; ///< relative to the project's top
+    std::string header;
+    bool isAngled;
+};
+
+std::string roomOf(const std::string &path)
+{
+    std::string room;
+    for (const auto &[name, allowed] : engineRooms) {
+        if (path.starts_with(name + "/") && name.size() > room.size())
+            room = name;
+    }
+    return room;
+}
+
+bool isSource(const fs::path &path)
+{
+    return path.extension() == ".h" || path.extension() == ".cpp" || path.extension() == ".c";
+}
+
+std::vector<Include> includesBelow(const std::string &folder)
+{
+    static const std::regex line(R"re(^\s*#\s*include\s*([<"])([^>"]+)[>"].*)re");
+    std::vector<Include> result;
+    for (const fs::directory_entry &entry : fs::recursive_directory_iterator(source / folder)) {
+        if (!isSource(entry.path()))
+            continue;
+        std::ifstream file(entry.path());
+        std::smatch match;
+        for (std::string text; std::getline(file, text);) {
+            if (std::regex_match(text, match, line))
+                result.push_back({fs::relative(entry.path(), source), match[2], match[1] == "<"});
+        }
+    }
+    return result;
+}
+
+/// The header's path inside the engine, if it is one of ours.
+std::optional<std::string> engineHeader(const Include &include)
+{
+    if (include.isAngled || !fs::exists(source / "NolfaKit" / include.header))
+        return std::nullopt;
+    return include.header;
+}
+
+bool isForeign(const Include &include)
+{
+    // The standard library and the system's own headers have no folder of a product's in front.
+    static const std::set<std::string> systemFolders{"sys"};
+    if (!include.isAngled)
+        return false;
+    const std::size_t slash = include.header.find('/');
+    const bool isNamespaced = slash != std::string::npos && !systemFolders.contains(include.header.substr(0, slash));
+    const bool isQt = include.header.starts_with('Q') || include.header == "qqml.h";
+    return isNamespaced || isQt || include.header == "expat.h" || include.header == "sodium.h";
+}
+
+} // namespace
+
+TEST(IncludeDirection, theEngineIncludesOnlyWhatStandsBelow)
+{
+    const std::vector<Include> includes = includesBelow("NolfaKit");
+    ASSERT_FALSE(includes.empty());
+    for (const Include &include : includes) {
+        const std::optional<std::string> header = engineHeader(include);
+        const std::string room = roomOf(include.file.substr(std::string("NolfaKit/").size()));
+        ASSERT_FALSE(room.empty()) << include.file << " lies in no room";
+        if (!header || include.file == assemblyPoint)
+            continue;
+        const std::string other = roomOf(*header);
+        EXPECT_TRUE(other == room || engineRooms.at(room).contains(other)) << include.file << " includes " << *header;
+    }
+}
+
+TEST(IncludeDirection, everyQuotedIncludeOfTheEngineIsWrittenFromItsRoot)
+{
+    for (const Include &include : includesBelow("NolfaKit")) {
+        EXPECT_TRUE(include.isAngled || engineHeader(include))
+            << include.file << " includes \"" << include.header << '"';
+    }
+}
+
+TEST(IncludeDirection, foreignLibrariesAreTouchedInPlatformOnly)
+{
+    // fmt stands where the standard library will have its own; Qt is at home in the design system.
+    for (const Include &include : includesBelow("NolfaKit")) {
+        const std::string room = roomOf(include.file.substr(std::string("NolfaKit/").size()));
+        if (room == "Platform" || room == "DesignSystem" || !isForeign(include))
+            continue;
+        EXPECT_TRUE(include.header.starts_with("fmt/") && include.file.ends_with(".cpp"))
+            << include.file << " includes <" << include.header << '>';
+    }
+}
+
+TEST(IncludeDirection, theEngineKnowsNothingOfWhatStandsOnIt)
+{
+    for (const Include &include : includesBelow("NolfaKit")) {
+        EXPECT_FALSE(include.header.starts_with("Nolfa/") || include.header.starts_with("CommandLine/"))
+            << include.file << " includes " << include.header;
+    }
+}
+
+TEST(IncludeDirection, theCommandLineKnowsNoScreensAndNoQt)
+{
+    const std::vector<Include> includes = includesBelow("CommandLine");
+    ASSERT_FALSE(includes.empty());
+    for (const Include &include : includes) {
+        EXPECT_FALSE(include.isAngled && include.header.starts_with('Q')) << include.file << ' ' << include.header;
+        const std::optional<std::string> header = engineHeader(include);
+        EXPECT_FALSE(header && roomOf(*header) == "DesignSystem") << include.file << ' ' << include.header;
+        EXPECT_FALSE(header && roomOf(*header) == "Engine/Converters") << include.file << ' ' << include.header;
+    }
+}
+
+TEST(IncludeDirection, aSourceIncludesItsOwnHeaderFirst)
+{
+    std::map<std::string, std::string> first;
+    for (const char *folder : {"NolfaKit", "CommandLine"}) {
+        for (const Include &include : includesBelow(folder))
+            first.try_emplace(include.file, fs::path(include.header).filename());
+    }
+    for (const auto &[file, header] : first) {
+        const fs::path own = fs::path(file).replace_extension(".h");
+        if (file.ends_with(".cpp") && fs::exists(source / own)) {
+            EXPECT_EQ(header, own.filename()) << file;
+        }
+    }
+}

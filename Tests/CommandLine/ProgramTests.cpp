@@ -1,0 +1,103 @@
+// The program as a shell sees it.
+
+#include "Platform/JSON.h"
+#include "Support/Documents.h"
+#include "Support/Processes.h"
+#include "Support/TemporaryFolder.h"
+
+#include <gmock/gmock.h>
+
+using namespace nolfa;
+using namespace nolfa::testing;
+namespace fs = std::filesystem;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+
+namespace {
+
+ProcessResult nolfaCli(std::vector<std::string> arguments, const std::vector<std::string> &environment = {"LC_ALL=C"},
+    const std::optional<fs::path> &folder = std::nullopt)
+{
+    return runProgram(commandLineProgram(), std::move(arguments), environment, folder);
+}
+
+} // namespace
+
+TEST(Program, convertsAndPrintsThePath)
+{
+    const TemporaryFolder folder;
+    const fs::path input = reportDocx(folder.path());
+    EXPECT_EQ(nolfaCli({"convert", input, "--to", "markdown"}),
+        (ProcessResult{0, (folder / "report.md").string() + "\n", ""}));
+    EXPECT_THAT(folder.names(), ElementsAre("report-media", "report.docx", "report.md"));
+}
+
+TEST(Program, convertsIntoAnotherFolderFromWhereTheUserIs)
+{
+    const TemporaryFolder folder;
+    folder.write("in/a.md", "# A");
+    fs::create_directory(folder / "out");
+    EXPECT_EQ(nolfaCli({"convert", "in/a.md", "--to", "docx", "--into", "out"}, {}, folder.path()),
+        (ProcessResult{0, (folder / "out/a.docx").string() + "\n", ""}));
+    EXPECT_THAT(namesIn(folder / "in"), ElementsAre("a.md"));
+}
+
+TEST(Program, speaksTheMachinesLanguageUnlessTold)
+{
+    const std::string english
+        = "x.foo: Nolfa couldn't read x.foo. Check that the file is still there and is not damaged.\n";
+    const std::string french
+        = "x.foo: Nolfa n’a pas pu lire x.foo. Vérifiez que le fichier est toujours là et qu’il n’est pas endommagé.\n";
+    const std::vector<std::string> words{"convert", "x.foo", "--to", "markdown"};
+    EXPECT_EQ(nolfaCli(words), (ProcessResult{1, "", english}));
+    EXPECT_EQ(nolfaCli(words, {"LC_ALL=fr_BE.UTF-8"}), (ProcessResult{1, "", french}));
+    EXPECT_EQ(nolfaCli({"--lang", "fr", "convert", "x.foo", "--to", "markdown"}), (ProcessResult{1, "", french}));
+    EXPECT_EQ(
+        nolfaCli({"convert", "x.foo", "--to", "markdown", "--lang", "en"}, {"LC_ALL=fr_BE.UTF-8"}).stderr, english);
+}
+
+TEST(Program, wrongUsageEndsWithTwo)
+{
+    const ProcessResult result = nolfaCli({"convert"});
+    EXPECT_EQ(result, (ProcessResult{2, "", "No file to convert was given. See nolfa-cli --help.\n"}));
+}
+
+TEST(Program, helpAndVersionAreResults)
+{
+    EXPECT_EQ(nolfaCli({"--help"}).status, 0);
+    EXPECT_THAT(nolfaCli({"--help"}).stdout, HasSubstr("Usage: nolfa-cli VERB"));
+    EXPECT_THAT(nolfaCli({"--version"}).stdout, HasSubstr("Nolfa "));
+}
+
+TEST(Program, listsWhatIsOnOffer)
+{
+    const ProcessResult table = nolfaCli({"formats"});
+    EXPECT_THAT(table.stdout, HasSubstr("docx      → markdown  EXCELLENT\n"));
+    EXPECT_EQ(table.stderr, "");
+    const std::optional<JSON> json = JSON::parse(nolfaCli({"formats", "--json"}).stdout);
+    ASSERT_TRUE(json);
+    EXPECT_EQ(std::get<JSON::Array>(json->find("routes")->value).size(), 4U);
+}
+
+TEST(Program, runsFromAnotherPlaceOnceInstalled)
+{
+    const TemporaryFolder folder;
+    const fs::path build = fs::path(NOLFA_BIN).parent_path();
+    const ProcessResult installed
+        = runProgram("/usr/bin/cmake", {"--install", build, "--prefix", folder / "opt/nolfa"});
+    ASSERT_EQ(installed.status, 0) << installed.stderr;
+    const fs::path input = folder.write("a.md", "# A");
+    EXPECT_EQ(runProgram(folder / "opt/nolfa/bin/nolfa-cli", {"convert", input, "--to", "docx"}),
+        (ProcessResult{0, (folder / "a.docx").string() + "\n", ""}));
+}
+
+TEST(Program, aReaderThatGoesAwayLosesNothing)
+{
+    const TemporaryFolder folder;
+    const fs::path one = folder.write("a.md", "# A");
+    const fs::path two = folder.write("b.md", "# B");
+    const std::string script = "{ '" + commandLineProgram().string() + "' convert '" + one.string() + "' '"
+        + two.string() + "' --to docx; echo $? >&2; } | true";
+    EXPECT_EQ(runProgram("/bin/sh", {"-c", script}).stderr, "1\n");
+    EXPECT_THAT(folder.names(), ElementsAre("a.docx", "a.md", "b.docx", "b.md"));
+}

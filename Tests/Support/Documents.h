@@ -1,0 +1,27 @@
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace nolfa::testing {
+
+/// A small PNG with a pattern of its own for each seed; both sides in pixels.
+[[nodiscard]] std::string png(unsigned width, unsigned height, unsigned seed = 0);
+
+/// Has pandoc make a document from its own, richer Markdown (footnotes, raw blocks), with pictures beside @p folder.
+/// @return the document, named "name"
+std::filesystem::path pandocDocument(const std::filesystem::path &folder, std::string_view name, std::string_view text);
+
+/// A report in French with everything that a report holds: headings, emphasis, nested lists of both kinds, a table,
+/// a footnote, a quote, a link, code, and two pictures.
+std::filesystem::path reportDocx(const std::filesystem::path &folder, std::string_view name = "report.docx");
+
+/// The text of one part of a zip package, by unzip. Empty when there is none.
+[[nodiscard]] std::string partOf(const std::filesystem::path &package, std::string_view part);
+
+/// The names of a zip package's parts.
+[[nodiscard]] std::vector<std::string> partsOf(const std::filesystem::path &package);
+
+} // namespace nolfa::testing
