@@ -28,7 +28,7 @@ inline constexpr std::array allCases{DocumentFormat::markdown, DocumentFormat::d
     DocumentFormat::pptx, DocumentFormat::xlsx, DocumentFormat::pages, DocumentFormat::key, DocumentFormat::numbers,
     DocumentFormat::gdoc, DocumentFormat::gsheet, DocumentFormat::gslides, DocumentFormat::image};
 
-[[nodiscard]] std::optional<DocumentFormat> fromRawValue(std::string_view rawValue);
+[[nodiscard]] std::optional<DocumentFormat> fromRawValue(std::string_view text);
 
 /// By the extension alone, in any case; the file isn't looked at.
 [[nodiscard]] std::optional<DocumentFormat> fromURL(const std::filesystem::path &url);

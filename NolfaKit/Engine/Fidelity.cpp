@@ -128,6 +128,7 @@ std::optional<ConversionCapability> toMarkdown(DocumentFormat format)
 
 } // namespace
 
+// NOLINTNEXTLINE(readability-function-size): a table
 std::vector<DirectConversion> Fidelity::directConversions()
 {
     return {

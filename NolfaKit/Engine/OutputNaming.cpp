@@ -35,7 +35,7 @@ struct OutputClaims {
         const std::string ending = "." + std::string(ext);
         fs::path candidate = directory / (base + ending);
         for (std::uint64_t count = 2; File::isNameTaken(candidate) || held.contains(keyOf(candidate)); ++count)
-            candidate = directory / (base + " " + std::to_string(count) + ending);
+            candidate = directory / std::string(base).append(" ").append(std::to_string(count)).append(ending);
         return candidate;
     }
 

@@ -28,8 +28,9 @@ struct PandocRunner {
     /// @param currentDirectory  where relative links of a text without a file name lead from
     /// @return pandoc's standard output
     /// @throws ConversionError as ProcessRunner::run, and @c toolFailure on a status other than zero
-    std::string run(const std::vector<std::string> &arguments, std::optional<std::string_view> stdin,
-        const std::stop_token &stop, const std::optional<std::filesystem::path> &currentDirectory = std::nullopt) const;
+    std::string run( // NOLINT(modernize-use-nodiscard): most callers want the file, not the output
+        const std::vector<std::string> &arguments, std::optional<std::string_view> stdin, const std::stop_token &stop,
+        const std::optional<std::filesystem::path> &currentDirectory = std::nullopt) const;
 
     /// What "--version" prints; empty when that isn't UTF-8.
     [[nodiscard]] std::string version(const std::stop_token &stop) const;

@@ -29,7 +29,7 @@ struct PaperSize {
 
 /// "usLetter" or "a4".
 [[nodiscard]] std::string_view rawValue(Paper paper);
-[[nodiscard]] std::optional<Paper> paperFromRawValue(std::string_view rawValue);
+[[nodiscard]] std::optional<Paper> paperFromRawValue(std::string_view text);
 [[nodiscard]] PaperSize sizePoints(Paper paper);
 
 /// Starts as the system's.

@@ -19,7 +19,7 @@ inline constexpr std::array allCases{NolfaLanguage::system, NolfaLanguage::en, N
 
 /// "system", "en" or "fr"; also the identity in lists.
 [[nodiscard]] std::string_view rawValue(NolfaLanguage language);
-[[nodiscard]] std::optional<NolfaLanguage> languageFromRawValue(std::string_view rawValue);
+[[nodiscard]] std::optional<NolfaLanguage> languageFromRawValue(std::string_view text);
 
 /// What the language menu shows.
 [[nodiscard]] std::string title(NolfaLanguage language);

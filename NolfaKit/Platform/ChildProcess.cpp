@@ -2,6 +2,7 @@
 
 #include "Platform/PlatformError.h"
 
+#include <array>
 #include <cerrno>
 #include <csignal>
 #include <cstring>
@@ -27,8 +28,8 @@ struct PipeEnds {
 
 PipeEnds makePipe()
 {
-    int ends[2];
-    require(::pipe2(ends, O_CLOEXEC) == 0 ? 0 : errno);
+    std::array<int, 2> ends{};
+    require(::pipe2(ends.data(), O_CLOEXEC) == 0 ? 0 : errno);
     return {FileDescriptor(ends[0]), FileDescriptor(ends[1])};
 }
 

@@ -1,9 +1,9 @@
 #include "Platform/JSON.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <nlohmann/json.hpp>
-#include <ranges>
 
 namespace nolfa {
 
@@ -125,11 +125,9 @@ const JSON *JSON::find(std::string_view name) const
     const auto *members = std::get_if<Object>(&value);
     if (members == nullptr)
         return nullptr;
-    for (const auto &member : std::views::reverse(*members)) {
-        if (member.first == name)
-            return &member.second;
-    }
-    return nullptr;
+    const auto found
+        = std::find_if(members->rbegin(), members->rend(), [name](const auto &member) { return member.first == name; });
+    return found == members->rend() ? nullptr : &found->second;
 }
 
 std::optional<std::string> JSON::string() const

@@ -96,7 +96,7 @@ std::string byteCount(std::int64_t bytes, const Locale &locale)
     const icu::Locale target = icuLocale(locale);
     if (bytes == 0)
         return utf8(zeroBytes(target, status));
-    const double number = static_cast<double>(bytes);
+    const auto number = static_cast<double>(bytes);
     const Unit &unit = unitFor(std::abs(number));
     return utf8(formatted(number / unit.size, unit, target, status).toString(status));
 }

@@ -19,7 +19,7 @@ using namespace std::chrono_literals;
 
 /// How long a stopped child may keep the caller.
 constexpr std::chrono::milliseconds courtesyTime = 10ms;
-constexpr std::size_t chunkSize = 64 * 1024;
+constexpr std::size_t chunkSize = 1U << 16U;
 
 /// Writing to a child that doesn't read must fail, not kill us: SIGPIPE is held back for this thread only, and
 /// one that came is taken away again.
