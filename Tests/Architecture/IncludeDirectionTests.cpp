@@ -6,7 +6,6 @@
 #include <gtest/gtest.h>
 #include <map>
 #include <optional>
-#include <regex>
 #include <set>
 #include <string>
 #include <vector>
@@ -54,18 +53,30 @@ bool isSource(const fs::path &path)
     return path.extension() == ".h" || path.extension() == ".cpp" || path.extension() == ".c";
 }
 
+/// The header that a line of source includes, with its quotes or angles, if it includes one.
+std::string includedBy(std::string line)
+{
+    std::erase_if(line, [](char c) { return c == ' ' || c == '\t'; });
+    constexpr std::string_view directive = "#include";
+    if (!line.starts_with(directive))
+        return {};
+    const std::size_t end = line.find_first_of(">\"", directive.size() + 1);
+    return end == std::string::npos ? std::string() : line.substr(directive.size(), end + 1 - directive.size());
+}
+
 std::vector<Include> includesBelow(const std::string &folder)
 {
-    static const std::regex line(R"re(^\s*#\s*include\s*([<"])([^>"]+)[>"].*)re");
     std::vector<Include> result;
     for (const fs::directory_entry &entry : fs::recursive_directory_iterator(source / folder)) {
         if (!isSource(entry.path()))
             continue;
         std::ifstream file(entry.path());
-        std::smatch match;
-        for (std::string text; std::getline(file, text);) {
-            if (std::regex_match(text, match, line))
-                result.push_back({fs::relative(entry.path(), source), match[2], match[1] == "<"});
+        for (std::string line; std::getline(file, line);) {
+            const std::string header = includedBy(line);
+            if (!header.empty()) {
+                result.push_back(
+                    {fs::relative(entry.path(), source), header.substr(1, header.size() - 2), header.front() == '<'});
+            }
         }
     }
     return result;

@@ -4,8 +4,7 @@
 #include "Support/TemporaryFolder.h"
 
 #include <fstream>
-#include <gtest/gtest.h>
-#include <regex>
+#include <gmock/gmock.h>
 #include <stdexcept>
 
 using namespace nolfa;
@@ -18,8 +17,8 @@ TEST(Scratch, makesAPrivateDirectoryAmongTheTemporaryOnes)
     const EnvironmentScope environment("TMPDIR", temporary.path());
     const Scratch scratch;
     EXPECT_EQ(scratch.dir().parent_path(), temporary.path());
-    static const std::regex form("nolfa-[0-9A-F]{8}(-[0-9A-F]{4}){3}-[0-9A-F]{12}");
-    EXPECT_TRUE(std::regex_match(scratch.dir().filename().string(), form)) << scratch.dir();
+    EXPECT_THAT(
+        scratch.dir().filename().string(), ::testing::MatchesRegex("nolfa-[0-9A-F]{8}(-[0-9A-F]{4}){3}-[0-9A-F]{12}"));
     EXPECT_EQ(fs::status(scratch.dir()).permissions(), fs::perms::owner_all);
 }
 

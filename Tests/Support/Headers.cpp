@@ -1,0 +1,1 @@
+// Nothing of its own: holds the precompiled headers that all tests share.
