@@ -45,6 +45,8 @@ int main(int argc, char **argv)
     /* Without these two a machine's own data files, or the user's, would be mixed in. */
     setenv("pandoc_datadir", join("", "/share/pandoc"), 1);
     char *data = join("--data-dir=", "/share/pandoc/data");
+    /* Names of files are bytes to us; in a locale without UTF-8 pandoc would not find one with an accent. */
+    setenv("LC_ALL", "C.UTF-8", 1);
     /* Meant for the program that starts us, built for another C library. */
     unsetenv("LD_LIBRARY_PATH");
     unsetenv("LD_PRELOAD");

@@ -5,6 +5,7 @@
 #include "Support/Processes.h"
 #include "Support/TemporaryFolder.h"
 
+#include <algorithm>
 #include <gmock/gmock.h>
 
 using namespace nolfa;
@@ -40,6 +41,19 @@ TEST(Program, convertsIntoAnotherFolderFromWhereTheUserIs)
     EXPECT_EQ(nolfaCli({"convert", "in/a.md", "--to", "docx", "--into", "out"}, {}, folder.path()),
         (ProcessResult{0, (folder / "out/a.docx").string() + "\n", ""}));
     EXPECT_THAT(namesIn(folder / "in"), ElementsAre("a.md"));
+}
+
+TEST(Program, findsPicturesWithAccentsWhateverTheLocale)
+{
+    const TemporaryFolder folder;
+    folder.write("été.png", png(8, 8));
+    const fs::path input = folder.write("a.md", "![x](été.png)");
+    for (const char *locale : {"LC_ALL=C", "LC_ALL=C.UTF-8", "LC_ALL=xx_XX"}) {
+        ASSERT_EQ(nolfaCli({"convert", input, "--to", "docx"}, {locale}).status, 0);
+        const std::vector<std::string> parts = partsOf(folder / "a.docx");
+        EXPECT_TRUE(std::ranges::any_of(parts, [](const std::string &part) { return part.ends_with(".png"); }));
+        fs::remove(folder / "a.docx");
+    }
 }
 
 TEST(Program, speaksTheMachinesLanguageUnlessTold)
