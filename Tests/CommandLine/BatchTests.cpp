@@ -85,19 +85,12 @@ public:
     pid_t pid = 0;
 };
 
-/// The processes whose command line or working folder mentions a folder.
+/// The processes whose command line mentions a folder.
 std::size_t processesThatMention(const fs::path &folder)
 {
-    std::size_t count = 0;
-    for (const fs::directory_entry &process : fs::directory_iterator("/proc")) {
-        const std::string name = process.path().filename();
-        if (!std::ranges::all_of(name, [](char c) { return c >= '0' && c <= '9'; }))
-            continue;
-        std::ifstream file(process.path() / "cmdline");
-        const std::string command{std::istreambuf_iterator<char>(file), {}};
-        count += command.find(folder) != std::string::npos ? 1U : 0U;
-    }
-    return count;
+    const auto all = commandLines();
+    return static_cast<std::size_t>(std::ranges::count_if(
+        all, [&folder](const auto &process) { return process.second.find(folder) != std::string::npos; }));
 }
 
 } // namespace

@@ -35,9 +35,26 @@ bool isAlive(pid_t process)
         return false;
     // A zombie of somebody else's is as dead as can be.
     std::ifstream stat("/proc/" + std::to_string(process) + "/stat");
-    const std::string text{std::istreambuf_iterator<char>(stat), {}};
+    // Not through an iterator, which throws when the process ends meanwhile.
+    std::string text;
+    std::getline(stat, text);
     const std::size_t name = text.rfind(") ");
     return name != std::string::npos && text.substr(name + 2, 1) != "Z";
+}
+
+std::map<pid_t, std::string> commandLines()
+{
+    std::map<pid_t, std::string> all;
+    for (const fs::directory_entry &process : fs::directory_iterator("/proc")) {
+        const std::string name = process.path().filename();
+        if (!std::ranges::all_of(name, [](char c) { return c >= '0' && c <= '9'; }))
+            continue;
+        std::ifstream file(process.path() / "cmdline");
+        std::string &command = all[static_cast<pid_t>(std::stol(name))];
+        for (std::string argument; std::getline(file, argument, '\0');)
+            command += argument + ' ';
+    }
+    return all;
 }
 
 Footprint footprint()

@@ -5,6 +5,7 @@
 #include <chrono>
 #include <filesystem>
 #include <functional>
+#include <map>
 #include <string>
 #include <sys/types.h>
 #include <vector>
@@ -23,6 +24,9 @@ namespace nolfa::testing {
     const std::optional<std::filesystem::path> &folder = std::nullopt);
 
 [[nodiscard]] bool isAlive(pid_t process);
+
+/// The command lines of all processes, by number; arguments each end in a blank. Processes come and go meanwhile.
+[[nodiscard]] std::map<pid_t, std::string> commandLines();
 
 /// What this process has open, and who it has begotten.
 struct Footprint {

@@ -74,13 +74,10 @@ std::vector<std::string> filesBelow(const fs::path &folder)
 /// The typst that a pandoc of ours has started, or 0.
 pid_t typstAtWork()
 {
-    for (const fs::directory_entry &process : fs::directory_iterator("/proc")) {
-        const std::string name = process.path().filename();
-        std::ifstream command(process.path() / "cmdline");
-        const std::string text{std::istreambuf_iterator<char>(command), {}};
-        const std::string typst = Bundle::main().resource("typst", {}, "bin")->string();
-        if (std::ranges::all_of(name, [](char c) { return c >= '0' && c <= '9'; }) && text.starts_with(typst))
-            return static_cast<pid_t>(std::stol(name));
+    const std::string typst = Bundle::main().resource("typst", {}, "bin")->string() + ' ';
+    for (const auto &[process, command] : commandLines()) {
+        if (command.starts_with(typst))
+            return process;
     }
     return 0;
 }
