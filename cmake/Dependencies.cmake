@@ -1,6 +1,7 @@
 # Every foreign library, found once.
 find_package(Threads REQUIRED)
 find_package(ICU 72 REQUIRED COMPONENTS uc i18n)
+find_package(EXPAT 2.5 REQUIRED)
 find_package(fmt 9 REQUIRED)
 find_package(nlohmann_json 3.11 REQUIRED)
 find_package(CLI11 2.1 REQUIRED)

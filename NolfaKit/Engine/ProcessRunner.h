@@ -25,7 +25,9 @@ struct Options {
     std::optional<std::string_view> stdin = std::nullopt; ///< absent: the child inherits ours
     std::optional<std::filesystem::path> currentDirectory = std::nullopt;
     double timeout; ///< seconds, counted from the moment when the input was taken
-    std::string label; ///< the name of the step in ConversionError::timedOut
+    std::string label = {}; ///< the name of the step in ConversionError::timedOut
+    /// Bytes; a child that makes a larger file is killed by SIGXFSZ. Absent: no limit.
+    std::optional<std::uint64_t> largestFile = std::nullopt;
 };
 
 /// Blocks until the child ended and both its output streams were read to their end. A status that is not zero is no

@@ -5,6 +5,7 @@
 #include <limits>
 #include <unicode/bytestream.h>
 #include <unicode/casemap.h>
+#include <unicode/locid.h>
 #include <unicode/stringpiece.h>
 #include <unicode/uchar.h>
 #include <unicode/ucnv.h>
@@ -71,6 +72,14 @@ template <typename Visit> void forEachCodePoint(std::string_view text, Visit vis
 
 template <typename Predicate> std::string_view trimmedOf(std::string_view text, Predicate isOutside)
 {
+    // Blanks around plain letters are what nearly every call is about.
+    while (!text.empty() && text.front() == ' ')
+        text.remove_prefix(1);
+    while (!text.empty() && text.back() == ' ')
+        text.remove_suffix(1);
+    const auto isPlain = [](char c) { return c > ' ' && c < 0x7F; };
+    if (text.empty() || (isPlain(text.front()) && isPlain(text.back())))
+        return text;
     std::int32_t start = 0;
     for (std::int32_t index = 0; index < length(text);) {
         if (!isOutside(next(text, index)))
@@ -119,6 +128,33 @@ std::size_t firstLength(std::string_view text)
 {
     std::int32_t index = 0;
     return text.empty() || next(text, index) == broken ? 0 : static_cast<std::size_t>(index);
+}
+
+std::optional<char32_t> takeLetter(std::string_view &text)
+{
+    std::int32_t index = 0;
+    const UChar32 codePoint = text.empty() ? broken : next(text, index);
+    if (codePoint == broken || u_isUAlphabetic(codePoint) == 0)
+        return std::nullopt;
+    text.remove_prefix(static_cast<std::size_t>(index));
+    return static_cast<char32_t>(codePoint);
+}
+
+char32_t uppercased(char32_t codePoint)
+{
+    icu::UnicodeString text(static_cast<UChar32>(codePoint));
+    return static_cast<char32_t>(text.toUpper(icu::Locale::getRoot()).char32At(0));
+}
+
+std::string numericCharacters(std::string_view text)
+{
+    std::string result;
+    forEachCodePoint(text, [&result](UChar32 codePoint) {
+        constexpr std::uint32_t numbers = U_GC_N_MASK;
+        if ((mask(codePoint) & numbers) != 0)
+            append(result, codePoint);
+    });
+    return result;
 }
 
 std::string repaired(std::string_view text)

@@ -15,6 +15,15 @@ namespace Unicode {
 /// The bytes of the first code point; 0 when the text is empty or begins with a broken sequence.
 [[nodiscard]] std::size_t firstLength(std::string_view text);
 
+/// The first code point, if it is a letter of any language (property Alphabetic), taken off the text.
+[[nodiscard]] std::optional<char32_t> takeLetter(std::string_view &text);
+
+/// The first code point of the full upper-casing of one.
+[[nodiscard]] char32_t uppercased(char32_t codePoint);
+
+/// The characters that stand for a number in any script.
+[[nodiscard]] std::string numericCharacters(std::string_view text);
+
 /// Bytes that are no UTF-8 become U+FFFD.
 [[nodiscard]] std::string repaired(std::string_view text);
 

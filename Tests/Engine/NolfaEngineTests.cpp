@@ -16,8 +16,10 @@ using ::testing::HasSubstr;
 TEST(NolfaEngine, offersTheRoutesWhoseConvertersStand)
 {
     const ConversionService service = NolfaEngine::makeService(Bundle::main());
-    EXPECT_THAT(service.supportedTargets(markdown), ElementsAre(docx, pptx));
-    EXPECT_THAT(service.supportedTargets(docx), ElementsAre(markdown, pptx));
+    EXPECT_THAT(service.supportedTargets(markdown), ElementsAre(docx, pptx, xlsx));
+    EXPECT_THAT(service.supportedTargets(docx), ElementsAre(markdown, pptx, xlsx));
+    EXPECT_THAT(service.supportedTargets(xlsx), ElementsAre(markdown, docx));
+    EXPECT_THAT(service.supportedTargets(pptx), ElementsAre(markdown, docx));
 }
 
 TEST(NolfaEngine, everyRouteOnOfferHasACapability)

@@ -6,6 +6,7 @@
 #include "Support/TemporaryFolder.h"
 
 #include <chrono>
+#include <csignal>
 #include <fstream>
 #include <future>
 #include <gmock/gmock.h>
@@ -285,6 +286,19 @@ TEST(ProcessRunner, aChildInheritsNoDescriptorsAndDefaultSignals)
     // The C library keeps signals 32 and 33 for itself.
     EXPECT_THAT(run("/bin/grep", {"SigIgn", "/proc/self/status"}),
         ::testing::MatchesRegex("SigIgn:\t0000000180000000\n|SigIgn:\t0000000000000000\n"));
+}
+
+TEST(ProcessRunner, aChildThatMakesTooLargeAFileIsKilled)
+{
+    const TemporaryFolder folder;
+    const ProcessRunner::Options options{
+        .currentDirectory = folder.path(), .timeout = 60, .label = "x", .largestFile = 1000};
+    EXPECT_EQ(ProcessRunner::run("/bin/sh", {"-c", "head -c 1000 /dev/zero > fits; echo fine"}, options, {}),
+        (ProcessResult{0, "fine\n", ""}));
+    EXPECT_NE(ProcessRunner::run("/usr/bin/head", {"-c", "5000000", "/dev/zero"}, options, {}).stdout, "")
+        << "streams aren't files";
+    EXPECT_EQ(ProcessRunner::run("/bin/cp", {"/bin/sh", "copy"}, options, {}).status, SIGXFSZ);
+    EXPECT_EQ(fs::file_size(folder / "copy"), 1000U);
 }
 
 TEST(ProcessRunner, concurrentRunsKeepTheirOutputsApart)

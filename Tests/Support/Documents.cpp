@@ -2,6 +2,7 @@
 
 #include "Engine/PandocRunner.h"
 #include "Support/Processes.h"
+#include "Support/ZipBuilder.h"
 
 #include <array>
 #include <cstdint>
@@ -18,17 +19,6 @@ void appendNumber(std::string &bytes, std::uint32_t number)
 {
     for (const unsigned shift : {24U, 16U, 8U, 0U})
         bytes += static_cast<char>(number >> shift & 0xFFU);
-}
-
-std::uint32_t crc(std::string_view bytes)
-{
-    std::uint32_t value = 0xFFFFFFFFU;
-    for (const char byte : bytes) {
-        value ^= static_cast<unsigned char>(byte);
-        for (int bit = 0; bit < 8; ++bit)
-            value = value >> 1U ^ (0xEDB88320U & (0U - (value & 1U)));
-    }
-    return ~value;
 }
 
 std::uint32_t adler(std::string_view bytes)
@@ -68,7 +58,7 @@ void appendChunk(std::string &file, std::string_view kind, std::string_view cont
     std::string body(kind);
     body += content;
     file += body;
-    appendNumber(file, crc(body));
+    appendNumber(file, crc32(body));
 }
 
 constexpr std::string_view reportText = R"(---

@@ -1,0 +1,35 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <filesystem>
+#include <stop_token>
+
+namespace nolfa {
+
+/// Packs and unpacks the zip containers of the office formats with the system's zip and unzip, which get 60 seconds
+/// a run. What is unpacked isn't trusted: before a file is written, the names of the entries, their number and their
+/// sizes are checked. Thread-safe: two archives share nothing.
+namespace ArchiveTool {
+
+/// What an archive may claim and still be opened.
+struct Limits {
+    std::size_t entries = 100'000;
+    std::uint64_t totalSize = 2ULL << 30U; ///< bytes, unpacked
+    /// How many times larger than packed an archive may become, once it becomes larger than ratioFloor.
+    std::uint64_t ratio = 100;
+    std::uint64_t ratioFloor = 64ULL << 20U;
+};
+
+/// Writes an archive of all that lies in a directory, with names relative to it. An archive that stood there is gone.
+/// @throws ConversionError: @c engineFailure, @c timedOut, @c cancelled
+void zip(const std::filesystem::path &directory, const std::filesystem::path &archive, const std::stop_token &stop);
+
+/// Unpacks into a directory, which is made if need be; what stands there is overwritten.
+/// @throws ConversionError as zip(); the file system's error if the directory can't be made
+void unzip(const std::filesystem::path &archive, const std::filesystem::path &destination, const std::stop_token &stop,
+    const Limits &limits = {});
+
+} // namespace ArchiveTool
+
+} // namespace nolfa

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <filesystem>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+namespace nolfa {
+
+/// The folder into which an office package was unpacked. What lies there isn't trusted: a part is a regular file
+/// inside the folder, never a link, and never reached through one that leads out. Thread-safe.
+class UnpackedPackage {
+public:
+    explicit UnpackedPackage(const std::filesystem::path &root);
+
+    [[nodiscard]] const std::filesystem::path &root() const { return m_root; }
+
+    /// The part at a path, if there is one. The path may hold ".." steps.
+    [[nodiscard]] std::optional<std::filesystem::path> part(const std::filesystem::path &path) const;
+
+    /// The parts right inside a folder whose extension is exactly @p ext, sorted by name, code point by code point.
+    /// A folder that can't be listed has none.
+    [[nodiscard]] std::vector<std::filesystem::path> parts(
+        const std::filesystem::path &folder, std::string_view ext) const;
+
+private:
+    std::filesystem::path m_root; ///< canonical
+};
+
+} // namespace nolfa
