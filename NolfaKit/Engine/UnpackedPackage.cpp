@@ -13,17 +13,28 @@ UnpackedPackage::UnpackedPackage(const fs::path &root)
 {
 }
 
+const fs::path &UnpackedPackage::canonicalFolder(const fs::path &folder) const
+{
+    const auto [known, isNew] = m_folders.try_emplace(folder);
+    if (isNew) {
+        std::error_code failure;
+        fs::path canonical = fs::canonical(folder, failure);
+        const auto firstDifference = std::mismatch(m_root.begin(), m_root.end(), canonical.begin(), canonical.end());
+        if (!failure && firstDifference.first == m_root.end())
+            known->second = std::move(canonical);
+    }
+    return known->second;
+}
+
 std::optional<fs::path> UnpackedPackage::part(const fs::path &path) const
 {
-    std::error_code failure;
-    const fs::path folder = fs::canonical(path.parent_path(), failure);
-    if (failure)
+    const fs::path &folder = canonicalFolder(path.parent_path());
+    if (folder.empty())
         return std::nullopt;
-    const bool isInside
-        = std::mismatch(m_root.begin(), m_root.end(), folder.begin(), folder.end()).first == m_root.end();
     fs::path file = folder / path.filename();
     // The file itself is asked, not what a link leads to.
-    if (!isInside || !fs::is_regular_file(fs::symlink_status(file, failure)))
+    std::error_code failure;
+    if (!fs::is_regular_file(fs::symlink_status(file, failure)))
         return std::nullopt;
     return file;
 }

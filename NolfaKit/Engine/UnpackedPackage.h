@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <map>
 #include <optional>
 #include <string_view>
 #include <vector>
@@ -8,7 +9,7 @@
 namespace nolfa {
 
 /// The folder into which an office package was unpacked. What lies there isn't trusted: a part is a regular file
-/// inside the folder, never a link, and never reached through one that leads out. Thread-safe.
+/// inside the folder, never a link, and never reached through one that leads out. Not thread-safe.
 class UnpackedPackage {
 public:
     explicit UnpackedPackage(const std::filesystem::path &root);
@@ -24,7 +25,12 @@ public:
         const std::filesystem::path &folder, std::string_view ext) const;
 
 private:
+    /// The folder's canonical path, or empty when it is none of ours.
+    [[nodiscard]] const std::filesystem::path &canonicalFolder(const std::filesystem::path &folder) const;
+
     std::filesystem::path m_root; ///< canonical
+    /// Folders that were asked for before: a deck has three parts a slide, all in a few of them.
+    mutable std::map<std::filesystem::path, std::filesystem::path> m_folders;
 };
 
 } // namespace nolfa

@@ -7,6 +7,7 @@
 #include <array>
 #include <cstdint>
 #include <fstream>
+#include <gtest/gtest.h>
 #include <sstream>
 
 namespace nolfa::testing {
@@ -139,6 +140,18 @@ fs::path reportDocx(const fs::path &folder, std::string_view name)
     fs::path document = folder / name;
     fs::rename(made, document);
     fs::remove_all(sources);
+    return document;
+}
+
+fs::path officeDocument(const fs::path &folder, const fs::path &source, const std::string &format)
+{
+    const std::string extension = format.substr(0, format.find(':'));
+    const fs::path output = folder / ("office-" + extension);
+    const ProcessResult result = runProgram("/usr/bin/soffice",
+        {"-env:UserInstallation=file://" + (folder / "office-profile").string(), "--headless", "--convert-to", format,
+            "--outdir", output, source});
+    fs::path document = output / (source.stem().string() + "." + extension);
+    EXPECT_TRUE(fs::exists(document)) << result.stdout << result.stderr;
     return document;
 }
 

@@ -18,6 +18,12 @@ std::filesystem::path pandocDocument(const std::filesystem::path &folder, std::s
 /// a footnote, a quote, a link, code, and two pictures.
 std::filesystem::path reportDocx(const std::filesystem::path &folder, std::string_view name = "report.docx");
 
+/// Has LibreOffice write a document in another format, or read ours; fails the test when it can't.
+/// @param format  an extension, with a filter behind a colon if need be
+/// @return the new document, in a folder of its own below @p folder
+std::filesystem::path officeDocument(
+    const std::filesystem::path &folder, const std::filesystem::path &source, const std::string &format);
+
 /// The text of one part of a zip package, by unzip. Empty when there is none.
 [[nodiscard]] std::string partOf(const std::filesystem::path &package, std::string_view part);
 
