@@ -21,6 +21,8 @@ inline constexpr std::size_t keptAttributes = 32ULL << 20U;
 inline constexpr std::uint64_t readAgain = 64ULL << 20U;
 /// Cells of one sheet's table, the empty ones of its gaps included.
 inline constexpr std::uint64_t tableCells = 64ULL << 20U;
+/// Columns of one table; a spreadsheet has 16,384.
+inline constexpr std::uint64_t tableColumns = 1U << 20U;
 /// Cell formats of a workbook.
 inline constexpr std::size_t cellFormats = 1U << 20U;
 

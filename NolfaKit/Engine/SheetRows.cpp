@@ -111,6 +111,7 @@ std::vector<SheetRows::Row> SheetRows::sortedRows() const
 
 std::uint64_t SheetRows::width() const
 {
+    ReadingLimits::require(m_width, ReadingLimits::tableColumns);
     if (!m_rows.empty())
         ReadingLimits::require(m_width, ReadingLimits::tableCells / m_rows.size());
     return m_width;

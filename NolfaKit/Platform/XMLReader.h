@@ -2,16 +2,19 @@
 
 #include <filesystem>
 #include <optional>
+#include <span>
 #include <stop_token>
 #include <string_view>
+#include <utility>
 
 namespace nolfa {
 
 /// The attributes of one element start, in the order of the document. Valid during the event only.
 class XMLAttributes {
 public:
-    /// @param pairs  names and values in turn, ended by a null
-    explicit XMLAttributes(const char *const *pairs)
+    using Pair = std::pair<std::string_view, std::string_view>;
+
+    explicit XMLAttributes(std::span<const Pair> pairs)
         : m_pairs(pairs)
     {
     }
@@ -21,12 +24,12 @@ public:
 
     template <typename Visit> void forEach(Visit visit) const
     {
-        for (const char *const *pair = m_pairs; *pair != nullptr; pair += 2)
-            visit(std::string_view(pair[0]), std::string_view(pair[1]));
+        for (const Pair &pair : m_pairs)
+            visit(pair.first, pair.second);
     }
 
 private:
-    const char *const *m_pairs;
+    std::span<const Pair> m_pairs;
 };
 
 /// What a forward reader of XML gets to hear. Names are as they stand in the document: there is no namespace
@@ -62,6 +65,9 @@ Outcome read(const std::filesystem::path &file, XMLHandler &handler, const std::
 
 /// The same for a document in memory.
 Outcome read(std::string_view document, XMLHandler &handler);
+
+/// The same by the general parser alone: slower, and what read() is measured by.
+Outcome readPlainly(std::string_view document, XMLHandler &handler);
 
 } // namespace XMLReader
 

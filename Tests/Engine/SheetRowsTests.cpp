@@ -122,6 +122,17 @@ TEST(SheetRows, aSingleCellFarOutCostsNothing)
     EXPECT_EQ(table.front().back(), "x");
 }
 
+TEST(SheetRows, aSingleRowWithoutEndIsRefused)
+{
+    SheetRows rows;
+    addRow(rows, 1, {{(1U << 20U) - 1, "x"}});
+    EXPECT_EQ(rows.denseRows().front().size(), 1U << 20U);
+    addRow(rows, 2, {{1U << 20U, "x"}});
+    std::string text;
+    (void)expectCase<ConversionError::EngineFailure>([&] { rows.appendTable(text, [] {}); });
+    EXPECT_EQ(text, "");
+}
+
 TEST(SheetRows, aTableWithoutEndIsRefused)
 {
     SheetRows rows;

@@ -38,6 +38,10 @@ std::string heardIn(std::string_view document, Outcome expected = Outcome::wellF
     Recorder fromFile;
     EXPECT_EQ(XMLReader::read(folder.write("x.xml", document), fromFile, {}), expected);
     EXPECT_EQ(fromFile.heard, recorder.heard);
+    // And so must the general parser alone.
+    Recorder plainly;
+    EXPECT_EQ(XMLReader::readPlainly(document, plainly), expected);
+    EXPECT_EQ(plainly.heard, recorder.heard);
     return recorder.heard;
 }
 
@@ -78,6 +82,35 @@ TEST(XMLReader, anErrorEndsTheStreamAfterWhatCameBefore)
     EXPECT_EQ(heardIn("<a><b", Outcome::malformed), "<a>");
     EXPECT_EQ(heardIn("", Outcome::malformed), "");
     EXPECT_EQ(heardIn("<a/>junk", Outcome::malformed), "<a></a>");
+}
+
+TEST(XMLReader, whereverTheUnusualBeginsNothingIsLostOrToldTwice)
+{
+    const std::string usual = "<a x=\"1\"><b>text &amp; more</b><c/>été";
+    for (const char *unusual : {"<!-- x -->", "<?x y?>", "<![CDATA[x]]>", "&#233;", "\r\n", "]]", "<d >",
+             "<d\tx='&lt;'/>", "<d x=\"é\"/>", "<d x = \"1\"/>", "<é/>", "<d></d >", "text]x", "\x7F"})
+        (void)heardIn(usual + unusual + (std::string_view(unusual) == "<d >" ? "</d>" : "") + "<e>end</e></a>");
+    for (const char *broken :
+        {"]]>", "\x01", "&nope;", "\xFF", "\xEF\xBF\xBF", "<d x='1'y='2'/>", "<1/>", "</b>", "<d x='<'/>"})
+        (void)heardIn(usual + broken + "<e>end</e></a>", Outcome::malformed);
+}
+
+TEST(XMLReader, piecesMayEndAnywhere)
+{
+    // Longer than any piece, with tags, entities and letters of several bytes across every border.
+    for (std::size_t shift = 0; shift < 40; ++shift) {
+        std::string document = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<a>" + std::string(shift, 'x');
+        while (document.size() < 3 * 65'536)
+            document += "<cell r=\"AB12\" t='s'>é&amp;œ</cell>\n\xF0\x9F\x98\x80";
+        (void)heardIn(document + "</a>");
+    }
+}
+
+TEST(XMLReader, oneTextMayBeLongerThanAPiece)
+{
+    const std::string text(200'000, 'x');
+    EXPECT_EQ(heardIn("<a><b>1</b>" + text + "<c y='" + text + "'/></a>").size(),
+        2 * text.size() + std::string("<a><b>1</b><c y=></c></a>").size());
 }
 
 TEST(XMLReader, entityBombsEndInAnError)
