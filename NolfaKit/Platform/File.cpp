@@ -1,8 +1,8 @@
 #include "Platform/File.h"
 
 #include "Platform/FileDescriptor.h"
+#include "Platform/FileWriter.h"
 
-#include <algorithm>
 #include <cerrno>
 #include <chrono>
 #include <fcntl.h>
@@ -65,18 +65,7 @@ std::optional<std::string> contents(const fs::path &file)
 
 void write(const fs::path &file, std::string_view bytes)
 {
-    const auto fail
-        = [&file] { throw fs::filesystem_error("write", file, std::error_code(errno, std::generic_category())); };
-    constexpr mode_t everybodysUmask = 0666;
-    const FileDescriptor descriptor(::open(file.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, everybodysUmask));
-    if (!descriptor.isOpen())
-        fail();
-    while (!bytes.empty()) {
-        const ssize_t count = ::write(descriptor.get(), bytes.data(), bytes.size());
-        if (count < 0 && errno != EINTR)
-            fail();
-        bytes.remove_prefix(static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
-    }
+    FileWriter(file).write(bytes);
 }
 
 bool isReadable(const fs::path &file)

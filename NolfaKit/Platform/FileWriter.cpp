@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cerrno>
 #include <fcntl.h>
-#include <string_view>
 #include <sys/stat.h>
 
 namespace nolfa {
@@ -28,6 +27,16 @@ FileWriter::FileWriter(const std::filesystem::path &file)
         fail(m_file);
 }
 
+void FileWriter::write(std::string_view bytes)
+{
+    while (!bytes.empty()) {
+        const ssize_t count = ::write(m_descriptor.get(), bytes.data(), bytes.size());
+        if (count < 0 && errno != EINTR)
+            fail(m_file);
+        bytes.remove_prefix(static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
+    }
+}
+
 void FileWriter::flushIfLarge()
 {
     if (text.size() >= large)
@@ -36,13 +45,7 @@ void FileWriter::flushIfLarge()
 
 void FileWriter::finish()
 {
-    std::string_view left = text;
-    while (!left.empty()) {
-        const ssize_t count = ::write(m_descriptor.get(), left.data(), left.size());
-        if (count < 0 && errno != EINTR)
-            fail(m_file);
-        left.remove_prefix(static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
-    }
+    write(text);
     text.clear();
 }
 

@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <string>
+#include <string_view>
 
 namespace nolfa {
 
@@ -13,6 +14,10 @@ class FileWriter {
 public:
     /// @throws std::filesystem::filesystem_error
     explicit FileWriter(const std::filesystem::path &file);
+
+    /// Writes these bytes at once.
+    /// @throws std::filesystem::filesystem_error
+    void write(std::string_view bytes);
 
     /// What was appended here is written by flushIfLarge() or finish(), and is empty afterwards.
     std::string text;
