@@ -5,6 +5,21 @@ find_package(EXPAT 2.5 REQUIRED)
 find_package(fmt 9 REQUIRED)
 find_package(nlohmann_json 3.11 REQUIRED)
 find_package(CLI11 2.1 REQUIRED)
+find_package(PkgConfig REQUIRED)
+find_package(OpenMP REQUIRED COMPONENTS CXX)
+find_package(Qt6 6.4 REQUIRED COMPONENTS Gui)
+
+# MuPDF comes as static archives; its pkg-config file names neither all of its libraries nor its own version.
+pkg_check_modules(MUPDF_LIBRARIES REQUIRED IMPORTED_TARGET
+  freetype2 harfbuzz libopenjp2 gumbo mujs jbig2dec libjpeg zlib)
+find_path(MUPDF_INCLUDE mupdf/fitz.h REQUIRED)
+find_library(MUPDF_ARCHIVE libmupdf.a REQUIRED)
+find_library(MUPDF_THIRD_ARCHIVE libmupdf-third.a REQUIRED)
+add_library(mupdf INTERFACE)
+target_include_directories(mupdf SYSTEM INTERFACE ${MUPDF_INCLUDE})
+target_link_libraries(mupdf INTERFACE ${MUPDF_ARCHIVE} ${MUPDF_THIRD_ARCHIVE} PkgConfig::MUPDF_LIBRARIES m)
+
+pkg_check_modules(TESSERACT REQUIRED IMPORTED_TARGET tesseract lept)
 if(NOLFA_BUILD_APP)
   find_package(Qt6 6.4 REQUIRED COMPONENTS Quick QuickTest)
 endif()
