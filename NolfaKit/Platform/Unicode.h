@@ -12,6 +12,12 @@ namespace Unicode {
 
 [[nodiscard]] bool isValidUTF8(std::string_view text);
 
+/// Appends a code point; U+FFFD for what is none.
+void append(std::string &text, char32_t codePoint);
+
+/// User-perceived characters (extended grapheme clusters), those that hold @p except left out. 0 means none is.
+[[nodiscard]] std::size_t countCharacters(std::string_view text, char32_t except = 0);
+
 /// The bytes of the first code point; 0 when the text is empty or begins with a broken sequence.
 [[nodiscard]] std::size_t firstLength(std::string_view text);
 
