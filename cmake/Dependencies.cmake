@@ -6,7 +6,7 @@ find_package(fmt 9 REQUIRED)
 find_package(nlohmann_json 3.11 REQUIRED)
 find_package(CLI11 2.1 REQUIRED)
 find_package(PkgConfig REQUIRED)
-find_package(OpenMP REQUIRED COMPONENTS CXX)
+find_package(ZLIB REQUIRED)
 find_package(Qt6 6.4 REQUIRED COMPONENTS Gui)
 
 # MuPDF comes as static archives; its pkg-config file names neither all of its libraries nor its own version.
@@ -20,6 +20,8 @@ target_include_directories(mupdf SYSTEM INTERFACE ${MUPDF_INCLUDE})
 target_link_libraries(mupdf INTERFACE ${MUPDF_ARCHIVE} ${MUPDF_THIRD_ARCHIVE} PkgConfig::MUPDF_LIBRARIES m)
 
 pkg_check_modules(TESSERACT REQUIRED IMPORTED_TARGET tesseract lept)
+# The OpenMP library that Debian's Tesseract is linked with, whatever the compiler at hand would take.
+find_library(GOMP_LIBRARY NAMES libgomp.so.1 REQUIRED)
 if(NOLFA_BUILD_APP)
   find_package(Qt6 6.4 REQUIRED COMPONENTS Quick QuickTest)
 endif()

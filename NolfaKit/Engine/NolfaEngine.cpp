@@ -1,10 +1,13 @@
 #include "Engine/NolfaEngine.h"
 
 #include "Engine/Converters/ChainedConverter.h"
+#include "Engine/Converters/ImageToMarkdownConverter.h"
+#include "Engine/Converters/ImageToPDFConverter.h"
 #include "Engine/Converters/PPTXToMarkdownConverter.h"
 #include "Engine/Converters/PandocConverter.h"
 #include "Engine/Converters/XLSXConverter.h"
 #include "Engine/PandocRunner.h"
+#include "Engine/VisionTextRecognizer.h"
 
 namespace nolfa {
 
@@ -13,7 +16,10 @@ ConversionService NolfaEngine::makeService(const Bundle &bundle)
     using enum DocumentFormat;
     const auto workbook = std::make_shared<const XLSXConverter>();
     const auto deck = std::make_shared<const PPTXToMarkdownConverter>();
-    ConversionService::Converters converters{workbook, deck};
+    const auto pictureText = std::make_shared<const ImageToMarkdownConverter>(
+        ImageToMarkdownConverter::Options{}, std::make_shared<const VisionTextRecognizer>());
+    const auto picturePage = std::make_shared<const ImageToPDFConverter>(ImageToPDFConverter::Options{});
+    ConversionService::Converters converters{workbook, deck, pictureText, picturePage};
     const auto addChain = [&converters](DocumentFormat from, DocumentFormat to, std::shared_ptr<const Converter> into,
                               std::shared_ptr<const Converter> outOf) {
         converters.push_back(
@@ -27,6 +33,7 @@ ConversionService NolfaEngine::makeService(const Bundle &bundle)
         addChain(docx, xlsx, pandoc, workbook);
         addChain(xlsx, docx, workbook, pandoc);
         addChain(pptx, docx, deck, pandoc);
+        addChain(image, docx, pictureText, pandoc);
     }
     return ConversionService(converters);
 }

@@ -1,8 +1,12 @@
 #include "Platform/Unicode.h"
 
+#include "Platform/PlatformError.h"
+
 #include <algorithm>
 #include <array>
 #include <limits>
+#include <memory>
+#include <unicode/brkiter.h>
 #include <unicode/bytestream.h>
 #include <unicode/casemap.h>
 #include <unicode/locid.h>
@@ -96,6 +100,18 @@ template <typename Predicate> std::string_view trimmedOf(std::string_view text, 
     return text.substr(0, static_cast<std::size_t>(end));
 }
 
+template <typename Predicate> bool takeWhile(std::string_view &text, Predicate isWanted)
+{
+    std::int32_t end = 0;
+    for (std::int32_t index = 0; index < length(text); end = index) {
+        const UChar32 codePoint = next(text, index);
+        if (codePoint == broken || !isWanted(codePoint))
+            break;
+    }
+    text.remove_prefix(static_cast<std::size_t>(end));
+    return end > 0;
+}
+
 /// The general category as a bit; a broken sequence has none.
 std::uint32_t mask(UChar32 codePoint)
 {
@@ -113,7 +129,49 @@ bool isWhitespaceOrNewline(UChar32 codePoint)
         || (mask(codePoint) & U_GC_Z_MASK) != 0;
 }
 
+/// Where text is split into user-perceived characters. Costs a rule compilation, so each thread keeps one.
+icu::BreakIterator &characterBoundaries()
+{
+    thread_local const std::unique_ptr<icu::BreakIterator> boundaries = [] {
+        UErrorCode status = U_ZERO_ERROR;
+        return std::unique_ptr<icu::BreakIterator>(
+            icu::BreakIterator::createCharacterInstance(icu::Locale::getRoot(), status));
+    }();
+    if (!boundaries)
+        throw PlatformError("no rules for characters");
+    return *boundaries;
+}
+
 } // namespace
+
+void append(std::string &text, char32_t codePoint)
+{
+    const bool isCharacter = codePoint <= 0x10FFFF && (codePoint < 0xD800 || codePoint > 0xDFFF);
+    append(text, isCharacter ? static_cast<UChar32>(codePoint) : replacement);
+}
+
+std::size_t countCharacters(std::string_view text, char32_t except)
+{
+    if (isASCII(text)) {
+        // Only a carriage return before a line feed makes one character of two.
+        std::size_t count = text.size();
+        for (std::size_t at = text.find("\r\n"); at != std::string_view::npos; at = text.find("\r\n", at + 2))
+            --count;
+        return except == 0 || except > 0x7F
+            ? count
+            : count - static_cast<std::size_t>(std::ranges::count(text, static_cast<char>(except)));
+    }
+    const icu::UnicodeString wide = icu::UnicodeString::fromUTF8(icu::StringPiece(text.data(), length(text)));
+    icu::BreakIterator &boundaries = characterBoundaries();
+    boundaries.setText(wide);
+    std::size_t count = 0;
+    for (std::int32_t start = boundaries.first(), end = boundaries.next(); end != icu::BreakIterator::DONE;
+         start = end, end = boundaries.next()) {
+        if (except == 0 || wide.indexOf(static_cast<UChar32>(except), start, end - start) < 0)
+            ++count;
+    }
+    return count;
+}
 
 bool isValidUTF8(std::string_view text)
 {
@@ -138,6 +196,16 @@ std::optional<char32_t> takeLetter(std::string_view &text)
         return std::nullopt;
     text.remove_prefix(static_cast<std::size_t>(index));
     return static_cast<char32_t>(codePoint);
+}
+
+bool takeDigits(std::string_view &text)
+{
+    return takeWhile(text, [](UChar32 codePoint) { return u_isdigit(codePoint) != 0; });
+}
+
+bool takeWhiteSpace(std::string_view &text)
+{
+    return takeWhile(text, [](UChar32 codePoint) { return u_isUWhiteSpace(codePoint) != 0; });
 }
 
 char32_t uppercased(char32_t codePoint)

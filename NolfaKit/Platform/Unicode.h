@@ -12,11 +12,23 @@ namespace Unicode {
 
 [[nodiscard]] bool isValidUTF8(std::string_view text);
 
+/// Appends a code point; U+FFFD for what is none.
+void append(std::string &text, char32_t codePoint);
+
+/// User-perceived characters (extended grapheme clusters), those that hold @p except left out. 0 means none is.
+[[nodiscard]] std::size_t countCharacters(std::string_view text, char32_t except = 0);
+
 /// The bytes of the first code point; 0 when the text is empty or begins with a broken sequence.
 [[nodiscard]] std::size_t firstLength(std::string_view text);
 
 /// The first code point, if it is a letter of any language (property Alphabetic), taken off the text.
 [[nodiscard]] std::optional<char32_t> takeLetter(std::string_view &text);
+
+/// Takes decimal digits of any script (category Nd) off the front. False when there is none.
+bool takeDigits(std::string_view &text);
+
+/// Takes white space (property White_Space) off the front. False when there is none.
+bool takeWhiteSpace(std::string_view &text);
 
 /// The first code point of the full upper-casing of one.
 [[nodiscard]] char32_t uppercased(char32_t codePoint);

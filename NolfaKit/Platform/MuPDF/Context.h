@@ -1,0 +1,93 @@
+#pragma once
+
+#include "Platform/MuPDF/Guard.h"
+
+#include <cstddef>
+#include <memory>
+#include <type_traits>
+#include <utility>
+
+namespace nolfa::mupdf {
+
+/// What one context may take from the heap. A file that claims more fails instead of taking the machine's memory.
+class MemoryQuota {
+public:
+    explicit MemoryQuota(std::size_t limit) noexcept
+        : m_left(limit)
+    {
+    }
+
+    [[nodiscard]] fz_alloc_context allocator() noexcept;
+
+private:
+    static void *allocate(void *quota, std::size_t size);
+    static void *reallocate(void *quota, void *block, std::size_t size);
+    static void release(void *quota, void *block);
+
+    std::size_t m_left;
+};
+
+/// The library's context: belongs to one thread at a time, with the documents that were opened in it.
+class Context {
+public:
+    /// @param cacheSize  bytes of decoded things that the library keeps
+    /// @param quota      bytes in all
+    /// @throws PlatformError
+    explicit Context(std::size_t cacheSize = 48U << 20U, std::size_t quota = 768U << 20U);
+    Context(const Context &) = delete;
+    Context &operator=(const Context &) = delete;
+    ~Context();
+
+    [[nodiscard]] fz_context *get() const noexcept { return m_context; }
+
+    /// Calls @p body with the context. A failure of the library jumps out of it, past every frame: the body must
+    /// own nothing with a destructor, and at most one call of it may make something that its result then owns.
+    /// @throws PlatformError with the library's words
+    template <typename Body> void call(Body &&body) const
+    {
+        using Function = std::remove_reference_t<Body>;
+        static_assert(noexcept(body(std::declval<fz_context *>())), "No C++ exception may cross the library's frames.");
+        run([](fz_context *context, void *function) { (*static_cast<Function *>(function))(context); }, &body);
+    }
+
+private:
+    void run(void (*work)(fz_context *, void *), void *argument) const;
+
+    std::unique_ptr<MemoryQuota> m_quota;
+    fz_context *m_context = nullptr;
+};
+
+/// Owns one of the library's objects.
+template <typename Object, void (*Drop)(fz_context *, Object *)> class Handle {
+public:
+    Handle() = default;
+    Handle(const Context &context, Object *object) noexcept
+        : m_context(&context)
+        , m_object(object)
+    {
+    }
+    Handle(Handle &&other) noexcept
+        : m_context(other.m_context)
+        , m_object(std::exchange(other.m_object, nullptr))
+    {
+    }
+    Handle &operator=(Handle &&other) noexcept
+    {
+        std::swap(m_context, other.m_context);
+        std::swap(m_object, other.m_object);
+        return *this;
+    }
+    ~Handle()
+    {
+        if (m_object != nullptr)
+            Drop(m_context->get(), m_object);
+    }
+
+    [[nodiscard]] Object *get() const noexcept { return m_object; }
+
+private:
+    const Context *m_context = nullptr;
+    Object *m_object = nullptr;
+};
+
+} // namespace nolfa::mupdf
