@@ -33,6 +33,8 @@ private:
     void repairSizes(const std::vector<Fragment> &fragments);
     /// @return whether a picture is left
     bool repairPicture(const Fragment &fragment, const QTextBlock &block);
+    void giveOwnLine(const Fragment &fragment, const QTextBlock &block);
+    void repairEmoji(const QTextBlock &block);
     void repairLineHeight(const QTextBlock &block, double pointSize, bool hasPicture);
     void placeMarker(QTextBlock block);
     void repairTables(QTextFrame &frame);
