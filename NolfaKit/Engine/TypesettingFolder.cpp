@@ -45,8 +45,8 @@ std::vector<std::string> TypesettingFolder::prepare(
     const std::filesystem::path &folder, const std::filesystem::path &text, const Bundle &bundle)
 {
     // Pictures may lie anywhere. Temporary files go where they end with the run, even when it is killed.
-    std::vector<std::string> environment{
-        "TYPST_ROOT=/", "TMPDIR=" + folder.native(), "TYPST_FONT_PATHS=" + (bundle.root() / "Fonts").native()};
+    std::vector<std::string> environment{"TYPST_ROOT=/", "TMPDIR=" + folder.native(),
+        "TYPST_FONT_PATHS=" + (bundle.root() / "Fonts").native() + ":" + (bundle.root() / "Italics").native()};
     const std::optional<std::filesystem::path> source = bundle.resource("print", "typst", "typst");
     const std::optional<std::string> common = source ? File::contents(*source) : std::nullopt;
     if (common) {

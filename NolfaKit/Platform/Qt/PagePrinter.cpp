@@ -70,7 +70,8 @@ void printHere(const HTMLPrinter::Job &job, const std::stop_token &stop)
 void PagePrinter::print(const HTMLPrinter::Job &job, const std::stop_token &stop)
 {
     QtRuntime::ensure();
-    QtRuntime::addFonts(job.fonts);
+    for (const std::filesystem::path &folder : job.fonts)
+        QtRuntime::addFonts(folder);
     throwIfStopped(stop);
     // A layout starts timers, which only threads of Qt's own can.
     std::exception_ptr failure;

@@ -21,7 +21,7 @@ const QColor ink(0x1A, 0x17, 0x14);
 /// How much may be laid out anew for the sake of headings.
 constexpr int mostBlocksLaidOut = 100'000;
 /// A cell's padding and border below its text, in CSS pixels.
-constexpr double belowRow = 5.5;
+constexpr double belowRow = 7.5;
 
 } // namespace
 
