@@ -21,6 +21,12 @@ namespace {
 constexpr std::size_t deepestElement = 48;
 /// A table within a table costs the layout several times as much as one beside it.
 constexpr int deepestTable = 3;
+/// Cells beyond it run into the last one; the layout's work grows with the square of a row's width.
+constexpr int mostCells = 1000;
+/// A cell that claims more than three digits' worth of columns or rows gets one.
+constexpr std::size_t longestSpan = 3;
+/// Bytes without a blank after which a line may break: the search for a break is quadratic otherwise.
+constexpr std::size_t longestWord = 400;
 
 constexpr std::array<std::string_view, 14> voidElements{
     "area", "base", "br", "col", "embed", "hr", "img", "input", "link", "meta", "param", "source", "track", "wbr"};
@@ -127,11 +133,33 @@ private:
         for (;;) {
             const std::size_t sign
                 = std::min({text.find(HTMLPrinter::markerStart), text.find(HTMLPrinter::markerEnd), text.size()});
-            m_result.html += text.substr(0, sign);
+            addWords(text.substr(0, sign));
             if (sign == text.size())
                 return;
             text.remove_prefix(sign + HTMLPrinter::markerStart.size());
         }
+    }
+
+    /// Gives what is far too long for a line places to break at.
+    void addWords(std::string_view text)
+    {
+        while (text.size() > longestWord) {
+            const std::size_t blank = text.find_last_of(" \n\t", longestWord);
+            std::size_t length = blank == std::string_view::npos ? longestWord : blank + 1;
+            // Not within a character or an entity.
+            while (blank == std::string_view::npos && length > 1
+                && (static_cast<unsigned char>(text[length]) & 0xC0U) == 0x80U)
+                --length;
+            const std::size_t entity = text.substr(0, length).rfind('&');
+            if (blank == std::string_view::npos && entity != std::string_view::npos && entity > 0
+                && text.substr(entity, length - entity).find(';') == std::string_view::npos && length - entity < 10)
+                length = entity;
+            m_result.html += text.substr(0, length);
+            if (blank == std::string_view::npos)
+                m_result.html += "\u200B";
+            text.remove_prefix(length);
+        }
+        m_result.html += text;
     }
 
     void open(const HTMLToken &token)
@@ -154,11 +182,15 @@ private:
     {
         if (!m_open.empty() && m_open.back().name == token.name && isOneOf(selfEnding, token.name))
             close(token.name);
+        if (token.name == "tr" || token.name == "table")
+            m_cells = 0;
+        if (token.name == "td" || token.name == "th")
+            ++m_cells;
         Element element{token.name, {}, {}, {}};
         if (m_kept < deepestElement && isWithinTables(token.name)) {
             element.written = token.source;
             ++m_kept;
-            m_result.html += token.source;
+            m_result.html += hasBoundedSpans(token) ? std::string(token.source) : "<" + token.name + ">";
             // A layout that knows no strikethrough by this name still takes the style that it has.
             if (token.name == "del")
                 m_result.html += "<s>";
@@ -173,10 +205,19 @@ private:
         m_open.push_back(std::move(element));
     }
 
+    static bool hasBoundedSpans(const HTMLToken &token)
+    {
+        return (token.name != "td" && token.name != "th")
+            || (token.attribute("colspan").value_or("").size() <= longestSpan
+                && token.attribute("rowspan").value_or("").size() <= longestSpan);
+    }
+
     [[nodiscard]] bool isWithinTables(std::string_view name) const
     {
         if (name == "table")
             return m_tables < deepestTable;
+        if ((name == "td" || name == "th") && m_cells > mostCells)
+            return false;
         return m_tables <= deepestTable || !isOneOf(tableParts, name);
     }
 
@@ -290,6 +331,7 @@ private:
     std::map<std::string, std::size_t> m_counts; ///< of the open elements, by name
     std::size_t m_kept = 0;
     int m_tables = 0;
+    int m_cells = 0; ///< in the row that is open
     std::string m_marker; ///< waits for the text of its item
     std::map<std::string, std::string> m_known; ///< picture names by their source
 };
