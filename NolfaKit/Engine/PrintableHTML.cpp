@@ -19,6 +19,8 @@ namespace {
 
 /// Deeper elements lose their tags, not their text.
 constexpr std::size_t deepestElement = 48;
+/// Each of them moves its text to the right.
+constexpr int deepestIndent = 8;
 /// A table within a table costs the layout several times as much as one beside it.
 constexpr int deepestTable = 3;
 /// Cells beyond it run into the last one; the layout's work grows with the square of a row's width.
@@ -30,6 +32,7 @@ constexpr std::size_t longestWord = 400;
 
 constexpr std::array<std::string_view, 14> voidElements{
     "area", "base", "br", "col", "embed", "hr", "img", "input", "link", "meta", "param", "source", "track", "wbr"};
+constexpr std::array<std::string_view, 4> indenting{"blockquote", "dd", "ol", "ul"};
 constexpr std::array<std::string_view, 9> tableParts{
     "caption", "colgroup", "col", "thead", "tbody", "tfoot", "tr", "td", "th"};
 /// An element of these ends where the next of its name begins.
@@ -187,7 +190,7 @@ private:
         if (token.name == "td" || token.name == "th")
             ++m_cells;
         Element element{token.name, {}, {}, {}};
-        if (m_kept < deepestElement && isWithinTables(token.name)) {
+        if (m_kept < deepestElement && isWithinTables(token.name) && isWithinIndents(token.name)) {
             element.written = token.source;
             ++m_kept;
             m_result.html += hasBoundedSpans(token) ? std::string(token.source) : "<" + token.name + ">";
@@ -197,6 +200,8 @@ private:
         }
         if (token.name == "table")
             ++m_tables;
+        if (isOneOf(indenting, token.name))
+            ++m_indents;
         if (token.name == "ol")
             beginList(token, element);
         if (token.name == "li")
@@ -219,6 +224,11 @@ private:
         if ((name == "td" || name == "th") && m_cells > mostCells)
             return false;
         return m_tables <= deepestTable || !isOneOf(tableParts, name);
+    }
+
+    [[nodiscard]] bool isWithinIndents(std::string_view name) const
+    {
+        return m_indents < deepestIndent || !isOneOf(indenting, name);
     }
 
     void close(const std::string &name)
@@ -244,6 +254,8 @@ private:
         }
         if (element.name == "table")
             --m_tables;
+        if (isOneOf(indenting, element.name))
+            --m_indents;
         if (element.name == "li")
             m_marker.clear();
         --m_counts[element.name];
@@ -331,6 +343,7 @@ private:
     std::map<std::string, std::size_t> m_counts; ///< of the open elements, by name
     std::size_t m_kept = 0;
     int m_tables = 0;
+    int m_indents = 0;
     int m_cells = 0; ///< in the row that is open
     std::string m_marker; ///< waits for the text of its item
     std::map<std::string, std::string> m_known; ///< picture names by their source

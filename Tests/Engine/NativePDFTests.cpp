@@ -85,9 +85,9 @@ TEST_F(NativePDFTest, aTextKeepsToTheMargins)
     const Bitmap page = *openPDF(output).render(0, 1, {});
     for (int y = 0; y < page.height; ++y) {
         for (int x = 0; x < page.width; ++x) {
-            if (x < 53 || x > 595 - 53 || y < 53 || y > 842 - 53)
-                ASSERT_EQ(page.pixels[static_cast<std::size_t>(y * page.width + x) * page.channels()], 255)
-                    << x << ' ' << y;
+            const bool isMargin = x < 53 || x > 595 - 53 || y < 53 || y > 842 - 53;
+            const std::uint8_t value = page.pixels[static_cast<std::size_t>(y * page.width + x) * page.channels()];
+            ASSERT_TRUE(!isMargin || value == 255) << x << ' ' << y;
         }
     }
 }
@@ -106,6 +106,12 @@ TEST_F(NativePDFTest, lettersOfManyScriptsCanBeSearched)
     const fs::path output = render("<p>« œuvre » Καλημέρα мир 你好 こんにちは</p>");
     for (const std::string word : {"œuvre", "Καλημέρα", "мир", "你好", "こんにちは"})
         EXPECT_THAT(textOfPDF(output), HasSubstr(word));
+}
+
+TEST_F(NativePDFTest, wordsWithLigaturesCanBeSearched)
+{
+    EXPECT_EQ(textOfPDF(render("<p>chiffre d’affaires, <b>office</b> fi <i>fl</i></p>")),
+        "chiffre d’affaires, office fi fl\n");
 }
 
 TEST_F(NativePDFTest, listsCountFromTheirStart)
@@ -192,9 +198,10 @@ TEST_F(NativePDFTest, whatIsNestedWithoutEndIsPrintedFlat)
     for (const auto &[open, close] :
         std::vector<std::pair<std::string, std::string>>{{"<div>", "</div>"}, {"<table><tr><td>", "</td></tr></table>"},
             {"<ul><li>", "</li></ul>"}, {"<blockquote>", ""}, {"<b>", ""}}) {
-        EXPECT_THAT(textOfPDF(render(repeated(open, 100'000) + "inside" + repeated(close, 100'000) + "<p>outside</p>")),
-            HasSubstr("inside"))
-            << open;
+        std::string text
+            = textOfPDF(render(repeated(open, 100'000) + "inside" + repeated(close, 100'000) + "<p>outside</p>"));
+        std::erase(text, '\n'); // a narrow column breaks words
+        EXPECT_THAT(text, HasSubstr("inside")) << open;
     }
 }
 

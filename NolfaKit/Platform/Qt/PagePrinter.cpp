@@ -56,6 +56,8 @@ void requireWhole(const std::filesystem::path &output)
 
 void printHere(const HTMLPrinter::Job &job, const std::stop_token &stop)
 {
+    if (!QFile(QString::fromStdString(job.output.string())).open(QIODevice::WriteOnly))
+        throw PlatformError("the file can't be written to");
     {
         QPdfWriter writer(QString::fromStdString(job.output.string()));
         prepare(writer, job.page);

@@ -16,6 +16,8 @@ namespace nolfa {
 namespace {
 
 constexpr double pixelsAPoint = 96.0 / 72;
+/// The least that Qt's numbers can tell from none, in device units.
+constexpr double leastSpacing = 1.0 / 64;
 const QColor ink(0x1A, 0x17, 0x14);
 
 /// How much may be laid out anew for the sake of headings.
@@ -31,6 +33,11 @@ PrintDocument::PrintDocument(const HTMLPrinter::Job &job, QPaintDevice &device, 
     , m_page(job.page.width * unitsAPoint, job.page.height * unitsAPoint)
 {
     m_document.setUndoRedoEnabled(false);
+    // The PDF writer doesn't say what a ligature stands for, and readers couldn't find "office". A space between
+    // letters, too small to be seen, keeps them apart.
+    QFont font = m_document.defaultFont();
+    font.setLetterSpacing(QFont::AbsoluteSpacing, leastSpacing);
+    m_document.setDefaultFont(font);
     m_document.documentLayout()->setPaintDevice(&device);
     m_document.documentLayout()->registerHandler(QTextFormat::ImageObject, &m_pictures);
     m_document.setHtml(QString::fromUtf8(job.html.data(), static_cast<qsizetype>(job.html.size())));
