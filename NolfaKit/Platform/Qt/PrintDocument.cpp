@@ -24,6 +24,8 @@ const QColor ink(0x1A, 0x17, 0x14);
 constexpr int mostBlocksLaidOut = 100'000;
 /// A cell's padding and border below its text, in CSS pixels.
 constexpr double belowRow = 7.5;
+/// What can't be more than the paddings of two cells, in CSS pixels.
+constexpr double largestGap = 60;
 
 } // namespace
 
@@ -95,7 +97,8 @@ double PrintDocument::firstLineOf(const QTextBlock &block) const
     return top + line.y() + line.height() / 2;
 }
 
-/// A table's row whose text begins on the next page would leave its empty frame at the foot of this one.
+/// A table's row whose text begins on the next page would leave its empty frame at the foot of this one. The table
+/// is closed there instead.
 void PrintDocument::findOpenRows(const QTextFrame &frame)
 {
     for (const QTextFrame *child : frame.childFrames()) {
@@ -112,16 +115,41 @@ void PrintDocument::findOpenRows(const QTextFrame &frame)
 void PrintDocument::findOpenRow(const QTextTable &table, int row)
 {
     const QAbstractTextDocumentLayout &layout = *m_document.documentLayout();
-    double bottom = 0; // of the text in the row before
-    double top = std::numeric_limits<double>::max(); // of the text in this one
-    for (int column = 0; column < table.columns(); ++column) {
-        const QTextBlock last = table.cellAt(row - 1, column).lastCursorPosition().block();
-        bottom = std::max(bottom, layout.blockBoundingRect(last).bottom());
+    const double bottom = bottomOf(table, row - 1);
+    double top = std::numeric_limits<double>::max();
+    for (int column = 0; column < table.columns(); ++column)
         top = std::min(top, firstLineOf(table.cellAt(row, column).firstCursorPosition().block()));
-    }
     const int page = pageAt(bottom);
-    if (pageAt(top) > page)
-        m_feet[page] = bottom + belowRow * m_unitsAPixel;
+    if (pageAt(top) == page)
+        return;
+    // The border lies midway between the texts of two rows; how far apart these are, the rows before tell.
+    const double gap = row > 1 ? topOf(table, row - 1) - bottomOf(table, row - 2) : 0;
+    const bool isUsual = gap > 0 && gap < largestGap * m_unitsAPixel;
+    const double foot = bottom + (isUsual ? gap / 2 : belowRow * m_unitsAPixel);
+    const QRectF whole = layout.frameBoundingRect(const_cast<QTextTable *>(&table));
+    m_feet[page] = QRectF(whole.left(), foot, whole.width(), m_unitsAPixel);
+}
+
+/// Where the text of a row begins.
+double PrintDocument::topOf(const QTextTable &table, int row) const
+{
+    double top = std::numeric_limits<double>::max();
+    for (int column = 0; column < table.columns(); ++column) {
+        const QTextBlock first = table.cellAt(row, column).firstCursorPosition().block();
+        top = std::min(top, m_document.documentLayout()->blockBoundingRect(first).top());
+    }
+    return top;
+}
+
+/// Where the text of a row ends.
+double PrintDocument::bottomOf(const QTextTable &table, int row) const
+{
+    double bottom = 0;
+    for (int column = 0; column < table.columns(); ++column) {
+        const QTextBlock last = table.cellAt(row, column).lastCursorPosition().block();
+        bottom = std::max(bottom, m_document.documentLayout()->blockBoundingRect(last).bottom());
+    }
+    return bottom;
 }
 
 void PrintDocument::drawPage(QPainter &painter, int page) const
@@ -133,8 +161,11 @@ void PrintDocument::drawPage(QPainter &painter, int page) const
     painter.save();
     painter.translate(0, -top);
     QRectF visible = context.clip;
-    if (const auto foot = m_feet.find(page); foot != m_feet.end())
-        visible.setBottom(foot->second);
+    const auto foot = m_feet.find(page);
+    if (foot != m_feet.end()) {
+        visible.setBottom(foot->second.top());
+        painter.fillRect(foot->second, PrintRepairs::rule);
+    }
     painter.setClipRect(visible);
     m_document.documentLayout()->draw(&painter, context);
     painter.restore();

@@ -38,12 +38,14 @@ private:
     [[nodiscard]] double firstLineOf(const QTextBlock &block) const;
     void findOpenRows(const QTextFrame &frame);
     void findOpenRow(const QTextTable &table, int row);
+    [[nodiscard]] double topOf(const QTextTable &table, int row) const;
+    [[nodiscard]] double bottomOf(const QTextTable &table, int row) const;
 
     PrintPictures m_pictures;
     ClosedDocument m_document;
     double m_unitsAPixel; ///< device units a CSS pixel
     QSizeF m_page; ///< device units
-    std::map<int, double> m_feet; ///< where the drawing of a page ends before its foot, by page
+    std::map<int, QRectF> m_feet; ///< the line that closes a table before a page's foot, by page
 };
 
 } // namespace nolfa

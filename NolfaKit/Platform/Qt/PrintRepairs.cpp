@@ -17,7 +17,6 @@ constexpr double pixelsAPoint = 96.0 / 72;
 constexpr double aroundPicture = 54;
 constexpr double aroundTable = 8;
 const QString emojiFamily = QStringLiteral("Symbola");
-const QColor rule(0xE3, 0xDA, 0xCB);
 
 QString text(std::string_view utf8)
 {
