@@ -24,6 +24,8 @@ const QColor ink(0x1A, 0x17, 0x14);
 constexpr int mostBlocksLaidOut = 100'000;
 /// A cell's padding and border below its text, in CSS pixels.
 constexpr double belowRow = 7.5;
+/// A cell's padding and border beside its text, in CSS pixels.
+constexpr double besideCell = 9;
 /// What can't be more than the paddings of two cells, in CSS pixels.
 constexpr double largestGap = 60;
 
@@ -126,8 +128,12 @@ void PrintDocument::findOpenRow(const QTextTable &table, int row)
     const double gap = row > 1 ? topOf(table, row - 1) - bottomOf(table, row - 2) : 0;
     const bool isUsual = gap > 0 && gap < largestGap * m_unitsAPixel;
     const double foot = bottom + (isUsual ? gap / 2 : belowRow * m_unitsAPixel);
-    const QRectF whole = layout.frameBoundingRect(const_cast<QTextTable *>(&table));
-    m_feet[page] = QRectF(whole.left(), foot, whole.width(), m_unitsAPixel);
+    const auto cellRect = [&](int column) {
+        return layout.blockBoundingRect(table.cellAt(row - 1, column).firstCursorPosition().block());
+    };
+    const double left = cellRect(0).left() - besideCell * m_unitsAPixel;
+    const double right = cellRect(table.columns() - 1).right() + besideCell * m_unitsAPixel;
+    m_feet[page] = QRectF(left, foot, right - left, m_unitsAPixel);
 }
 
 /// Where the text of a row begins.
