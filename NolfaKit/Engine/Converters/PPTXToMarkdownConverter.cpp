@@ -1,13 +1,11 @@
 #include "Engine/Converters/PPTXToMarkdownConverter.h"
 
-#include "Engine/ArchiveTool.h"
 #include "Engine/ConversionError.h"
 #include "Engine/ElementCollector.h"
 #include "Engine/FileName.h"
 #include "Engine/NumberText.h"
 #include "Engine/ProducedOutput.h"
 #include "Engine/ReadingLimits.h"
-#include "Engine/Scratch.h"
 #include "Engine/SlideTextParser.h"
 #include "Platform/File.h"
 #include "Platform/FileWriter.h"
@@ -104,14 +102,11 @@ void PPTXToMarkdownConverter::convert(
     if (!File::isReadable(input))
         throw ConversionError::unreadableInput(input);
     UnfinishedOutput unfinished({output});
-    Scratch::withScratch([&](const Scratch &scratch) {
-        ArchiveTool::unzip(input, scratch.dir(), stop);
-        const UnpackedPackage package(scratch.dir());
-        Outline outline(package, stop);
-        for (const fs::path &slide : orderedSlides(package, stop))
-            outline.appendSlide(slide);
-        File::write(output, outline.take());
-    });
+    const UnpackedPackage package = UnpackedPackage::unpack(input, stop);
+    Outline outline(package, stop);
+    for (const fs::path &slide : orderedSlides(package, stop))
+        outline.appendSlide(slide);
+    File::write(output, outline.take());
     unfinished.keep();
 }
 

@@ -139,30 +139,27 @@ void XLSXConverter::readToMarkdown(const fs::path &input, const fs::path &output
 {
     if (!File::isReadable(input))
         throw ConversionError::unreadableInput(input);
-    Scratch::withScratch([&](const Scratch &scratch) {
-        ArchiveTool::unzip(input, scratch.dir(), stop);
-        const UnpackedPackage package(scratch.dir());
-        const SharedStrings shared = SharedStrings::read(package.part(package.root() / "xl/sharedStrings.xml"), stop);
-        const CellFormats formats = CellFormats::fromStyles(package.part(package.root() / "xl/styles.xml"), stop);
-        const std::vector<Sheet> sheets = orderedSheets(package, stop);
+    const UnpackedPackage package = UnpackedPackage::unpack(input, stop);
+    const SharedStrings shared = SharedStrings::read(package.part(package.root() / "xl/sharedStrings.xml"), stop);
+    const CellFormats formats = CellFormats::fromStyles(package.part(package.root() / "xl/styles.xml"), stop);
+    const std::vector<Sheet> sheets = orderedSheets(package, stop);
 
-        FileWriter file(output);
-        ReadingBudget budget;
-        for (const Sheet &sheet : sheets) {
-            budget.spend(sheet.part);
-            const SheetRows rows = SheetParser::parse(sheet.part, shared, formats, stop);
-            if (rows.isEmpty())
-                continue;
-            if (sheets.size() > 1)
-                file.text.append("## ").append(sheet.name).append("\n\n");
-            rows.appendTable(file.text, [&] {
-                throwIfStopped(stop);
-                file.flushIfLarge();
-            });
-            file.text += '\n';
-        }
-        file.finish();
-    });
+    FileWriter file(output);
+    ReadingBudget budget;
+    for (const Sheet &sheet : sheets) {
+        budget.spend(sheet.part);
+        const SheetRows rows = SheetParser::parse(sheet.part, shared, formats, stop);
+        if (rows.isEmpty())
+            continue;
+        if (sheets.size() > 1)
+            file.text.append("## ").append(sheet.name).append("\n\n");
+        rows.appendTable(file.text, [&] {
+            throwIfStopped(stop);
+            file.flushIfLarge();
+        });
+        file.text += '\n';
+    }
+    file.finish();
 }
 
 void XLSXConverter::writeFromMarkdown(const fs::path &input, const fs::path &output, const std::stop_token &stop)
