@@ -38,14 +38,17 @@ std::vector<XLSXConverter::Sheet> sheetsOfWorkbook(const UnpackedPackage &packag
     using namespace ElementCollector;
     const auto targets = relationshipTargets(package.part(package.root() / "xl/_rels/workbook.xml.rels"), stop);
     std::vector<XLSXConverter::Sheet> sheets;
+    ReadingBudget budget;
     for (const Attributes &sheet : collect("sheet", package.part(package.root() / "xl/workbook.xml"), stop)) {
         std::optional<std::string> id = value(sheet, "r:id");
         if (!id)
             id = value(sheet, "id");
         const auto target = targets.find(id.value_or(""));
         std::optional<fs::path> part = target == targets.end() ? std::nullopt : sheetPart(package, target->second);
-        if (part)
-            sheets.push_back({value(sheet, "name").value_or("Sheet"), std::move(*part)});
+        if (!part)
+            continue;
+        budget.spend(*part);
+        sheets.push_back({value(sheet, "name").value_or("Sheet"), std::move(*part)});
     }
     return sheets;
 }
@@ -145,9 +148,7 @@ void XLSXConverter::readToMarkdown(const fs::path &input, const fs::path &output
     const std::vector<Sheet> sheets = orderedSheets(package, stop);
 
     FileWriter file(output);
-    ReadingBudget budget;
     for (const Sheet &sheet : sheets) {
-        budget.spend(sheet.part);
         const SheetRows rows = SheetParser::parse(sheet.part, shared, formats, stop);
         if (rows.isEmpty())
             continue;
