@@ -99,7 +99,7 @@ std::size_t mostEngines()
 }
 
 /// What starting an engine takes, more or less.
-constexpr std::chrono::milliseconds startTime(250);
+constexpr std::chrono::milliseconds startTime(400);
 
 EnginePool<TextLineReader> &pool()
 {
