@@ -97,6 +97,22 @@ struct PDFDocument::Implementation {
         return page;
     }
 
+    /// Whether the page states a media box without area. The library would take a box of its own instead.
+    bool hasNoArea(std::size_t index, double scale) const
+    {
+        bool hasNone = false;
+        context.call([&](fz_context *mu) noexcept {
+            pdf_obj *const box = pdf_dict_get_inheritable(
+                mu, pdf_lookup_page_obj(mu, document, static_cast<int>(index)), PDF_NAME(MediaBox));
+            if (pdf_is_array(mu, box) == 0)
+                return;
+            const fz_rect bounds = pdf_to_rect(mu, box);
+            hasNone = (double{bounds.x1} - double{bounds.x0}) * scale < 1
+                || (double{bounds.y1} - double{bounds.y0}) * scale < 1;
+        });
+        return hasNone;
+    }
+
     /// Work on a page that ends with what it has when the page is damaged.
     template <typename Body> bool attempt(Body &&body) const
     {
@@ -110,6 +126,8 @@ struct PDFDocument::Implementation {
 
     std::optional<Bitmap> draw(std::size_t index, double scale, fz_cookie *cookie) const
     {
+        if (hasNoArea(index, scale))
+            return std::nullopt;
         fz_page *loaded = nullptr;
         context.call([&](fz_context *mu) noexcept {
             page(mu, index);

@@ -74,21 +74,22 @@ void PDFLineBuilder::add(const PDFGlyph &glyph)
     const bool doesContinue = m_isOpen && continues(glyph, along, across);
     const bool isWhite = isBlank(glyph.codePoint);
     m_isLastDropped = isWhite || isControl(glyph.codePoint);
-    if (isWhite && doesContinue) {
-        m_isBlankDue = true;
+    if (m_isLastDropped && doesContinue) {
+        m_isBlankDue = m_isBlankDue || isWhite;
         m_start = along;
         m_end = along + glyph.advance;
     }
     if (m_isLastDropped)
         return;
+    if (m_isOpen && isDrawnAgain(glyph, along, across)) {
+        m_isLastDropped = true;
+        return;
+    }
     if (doesContinue) {
         const double em = std::max(m_em, glyph.fontSize);
         const bool isLeftward = along < m_start && isRightToLeft(glyph.codePoint);
         const double gap = isLeftward ? m_start - (along + glyph.advance) : along - m_end;
         m_isBlankDue = m_isBlankDue || gap > blankWidth * em;
-    } else if (m_isOpen && isDrawnAgain(glyph, along, across)) {
-        m_isLastDropped = true;
-        return;
     } else {
         closeLine();
         begin(glyph, across);
@@ -135,7 +136,8 @@ bool PDFLineBuilder::continues(const PDFGlyph &glyph, double along, double acros
 bool PDFLineBuilder::isDrawnAgain(const PDFGlyph &glyph, double along, double across) const
 {
     const double reach = samePlace * glyph.fontSize;
-    if (std::abs(across - m_base) > std::max(reach, shiftTolerance * glyph.fontSize))
+    // Nearly every character goes on where the last one ended, or begins a line elsewhere.
+    if (along - m_end > -reach || std::abs(across - m_base) > std::max(reach, shiftTolerance * glyph.fontSize))
         return false;
     const auto last = m_marks.rbegin() + static_cast<std::ptrdiff_t>(std::min(m_marks.size(), searchBack));
     return std::any_of(m_marks.rbegin(), last, [&](const Mark &mark) {

@@ -1,4 +1,4 @@
-// The module NolfaTextRecognition: text recognition by way of Tesseract.
+// The module NolfaKitTesseract: text recognition by way of Tesseract.
 
 #include "Platform/CancellationError.h"
 #include "Platform/PlatformError.h"
@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <leptonica/allheaders.h>
 #include <memory>
+#include <mutex>
 #include <tesseract/baseapi.h>
 #include <tesseract/ocrclass.h>
 #include <tesseract/resultiterator.h>
@@ -128,9 +129,12 @@ class TesseractReader : public TextLineReader {
 public:
     TesseractReader(const char *folder, const char *languages)
     {
+        // Parameters of the whole library, and what it reads at its start, are shared by all engines.
+        static std::mutex starting;
+        const std::scoped_lock lock(starting);
+        m_api.SetVariable("debug_file", "/dev/null");
         if (m_api.Init(folder, languages, tesseract::OEM_LSTM_ONLY) != 0)
             throw PlatformError(std::string("text recognition can't start for ") + languages + " in " + folder);
-        m_api.SetVariable("debug_file", "/dev/null");
         m_api.SetPageSegMode(tesseract::PSM_AUTO);
     }
 

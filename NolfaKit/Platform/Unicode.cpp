@@ -100,6 +100,18 @@ template <typename Predicate> std::string_view trimmedOf(std::string_view text, 
     return text.substr(0, static_cast<std::size_t>(end));
 }
 
+template <typename Predicate> bool takeWhile(std::string_view &text, Predicate isWanted)
+{
+    std::int32_t end = 0;
+    for (std::int32_t index = 0; index < length(text); end = index) {
+        const UChar32 codePoint = next(text, index);
+        if (codePoint == broken || !isWanted(codePoint))
+            break;
+    }
+    text.remove_prefix(static_cast<std::size_t>(end));
+    return end > 0;
+}
+
 /// The general category as a bit; a broken sequence has none.
 std::uint32_t mask(UChar32 codePoint)
 {
@@ -184,6 +196,16 @@ std::optional<char32_t> takeLetter(std::string_view &text)
         return std::nullopt;
     text.remove_prefix(static_cast<std::size_t>(index));
     return static_cast<char32_t>(codePoint);
+}
+
+bool takeDigits(std::string_view &text)
+{
+    return takeWhile(text, [](UChar32 codePoint) { return u_isdigit(codePoint) != 0; });
+}
+
+bool takeWhiteSpace(std::string_view &text)
+{
+    return takeWhile(text, [](UChar32 codePoint) { return u_isUWhiteSpace(codePoint) != 0; });
 }
 
 char32_t uppercased(char32_t codePoint)

@@ -24,6 +24,12 @@ void append(std::string &text, char32_t codePoint);
 /// The first code point, if it is a letter of any language (property Alphabetic), taken off the text.
 [[nodiscard]] std::optional<char32_t> takeLetter(std::string_view &text);
 
+/// Takes decimal digits of any script (category Nd) off the front. False when there is none.
+bool takeDigits(std::string_view &text);
+
+/// Takes white space (property White_Space) off the front. False when there is none.
+bool takeWhiteSpace(std::string_view &text);
+
 /// The first code point of the full upper-casing of one.
 [[nodiscard]] char32_t uppercased(char32_t codePoint);
 

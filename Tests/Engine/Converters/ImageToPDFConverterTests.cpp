@@ -43,7 +43,7 @@ protected:
     }
 
     TemporaryFolder folder;
-    LocaleScope paperOfFrance{Locale("fr_FR")};
+    LocaleScope paperOfFrance{Locale{"fr", "FR"}};
 };
 
 int greyAt(const Bitmap &bitmap, double x, double y)
@@ -140,7 +140,7 @@ TEST_F(ImageToPDF, thePaperFollowsTheRegion)
     (void)convert(PNGPicture{}.file());
     EXPECT_EQ(page().width, 595);
     EXPECT_EQ(page().height, 842);
-    const LocaleScope america(Locale("en_US"));
+    const LocaleScope america(Locale{"en", "US"});
     (void)convert(PNGPicture{.width = 8}.file());
     EXPECT_EQ(page().width, 792);
     EXPECT_EQ(page().height, 612);

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <filesystem>
+
+namespace nolfa::QtRuntime {
+
+/// Sees to it that the process has what fonts and pictures of Qt need. A window's own application serves; a process
+/// without one gets an application without a screen, on a thread of its own, which stays until the process ends.
+/// Thread-safe, and costs nothing the second time.
+/// @throws PlatformError
+void ensure();
+
+/// Makes the fonts in a folder known, once for each folder. Thread-safe.
+void addFonts(const std::filesystem::path &folder);
+
+} // namespace nolfa::QtRuntime
