@@ -3,6 +3,7 @@
 #include "Engine/Converters/ChainedConverter.h"
 #include "Engine/Converters/ImageToMarkdownConverter.h"
 #include "Engine/Converters/ImageToPDFConverter.h"
+#include "Engine/Converters/PDFToMarkdownConverter.h"
 #include "Engine/Converters/PPTXToMarkdownConverter.h"
 #include "Engine/Converters/PandocConverter.h"
 #include "Engine/Converters/XLSXConverter.h"
@@ -14,21 +15,25 @@ namespace nolfa {
 ConversionService NolfaEngine::makeService(const Bundle &bundle)
 {
     using enum DocumentFormat;
+    const auto recognizer = std::make_shared<const VisionTextRecognizer>();
+    const auto portable = std::make_shared<const PDFToMarkdownConverter>(PDFToMarkdownConverter::Options{}, recognizer);
     const auto workbook = std::make_shared<const XLSXConverter>();
     const auto deck = std::make_shared<const PPTXToMarkdownConverter>();
-    const auto pictureText = std::make_shared<const ImageToMarkdownConverter>(
-        ImageToMarkdownConverter::Options{}, std::make_shared<const VisionTextRecognizer>());
+    const auto pictureText
+        = std::make_shared<const ImageToMarkdownConverter>(ImageToMarkdownConverter::Options{}, recognizer);
     const auto picturePage = std::make_shared<const ImageToPDFConverter>(ImageToPDFConverter::Options{});
-    ConversionService::Converters converters{workbook, deck, pictureText, picturePage};
+    ConversionService::Converters converters{portable, workbook, deck, pictureText, picturePage};
     const auto addChain = [&converters](DocumentFormat from, DocumentFormat to, std::shared_ptr<const Converter> into,
                               std::shared_ptr<const Converter> outOf) {
         converters.push_back(
             std::make_shared<const ChainedConverter>(from, to, markdown, std::move(into), std::move(outOf)));
     };
+    addChain(pdf, xlsx, portable, workbook);
     if (const std::optional<PandocRunner> runner = PandocRunner::resolve(bundle)) {
         const auto pandoc = std::make_shared<const PandocConverter>(
             *runner, bundle.resource("reference", "docx"), bundle.resource("reference", "pptx"));
         converters.push_back(pandoc);
+        addChain(pdf, pptx, portable, pandoc);
         addChain(docx, pptx, pandoc, pandoc);
         addChain(docx, xlsx, pandoc, workbook);
         addChain(xlsx, docx, workbook, pandoc);

@@ -98,10 +98,13 @@ std::size_t mostEngines()
     return std::clamp(std::thread::hardware_concurrency(), least, most);
 }
 
+/// What starting an engine takes, more or less.
+constexpr std::chrono::milliseconds startTime(250);
+
 EnginePool<TextLineReader> &pool()
 {
     // Never destroyed: at exit a thread may still be reading.
-    static auto *const engines = new EnginePool<TextLineReader>(mostEngines());
+    static auto *const engines = new EnginePool<TextLineReader>(mostEngines(), startTime);
     return *engines;
 }
 
