@@ -111,7 +111,7 @@ EnginePool<TextLineReader> &pool()
 std::unique_ptr<TextLineReader> makeReader(const fs::path &folder, const std::string &languages)
 {
     static MakeReader *const make
-        = reinterpret_cast<MakeReader *>(Module::entry("NolfaTextRecognition", "nolfaMakeTextLineReader"));
+        = reinterpret_cast<MakeReader *>(Module::entry("NolfaKitTesseract", "nolfaMakeTextLineReader"));
     return std::unique_ptr<TextLineReader>(make(folder.c_str(), languages.c_str()));
 }
 
