@@ -115,13 +115,13 @@ bool isWithin(const Totals &totals, const Limits &limits)
 }
 
 /// Refuses archives that would fill the disk.
-/// @return what the archive says its files hold together, in bytes
-std::uint64_t rejectBombs(const std::string &archive, const Limits &limits, const std::stop_token &stop)
+/// @return what the archive claims
+Totals rejectBombs(const std::string &archive, const Limits &limits, const std::stop_token &stop)
 {
     const std::optional<Totals> totals = parseTotals(runUnzip({"-Zt", archive}, stop).stdout);
     if (!totals || !isWithin(*totals, limits))
         throw ConversionError::engineFailure(openFailure());
-    return totals->unpacked;
+    return *totals;
 }
 
 } // namespace
@@ -137,15 +137,27 @@ void zip(const fs::path &directory, const fs::path &archive, const std::stop_tok
     }
 }
 
-void unzip(const fs::path &archive, const fs::path &destination, const std::stop_token &stop, const Limits &limits)
+Checked check(const fs::path &archive, const std::stop_token &stop, const Limits &limits)
 {
-    const std::string argument = archiveArgument(archive);
-    if (rejectEscapingEntries(argument, stop) > limits.entries)
+    std::string argument = archiveArgument(archive);
+    const std::size_t names = rejectEscapingEntries(argument, stop);
+    if (names > limits.entries)
         throw ConversionError::engineFailure(openFailure());
-    const std::uint64_t claimed = rejectBombs(argument, limits, stop);
+    const Totals totals = rejectBombs(argument, limits, stop);
+    return {std::move(argument), totals.entries, totals.unpacked};
+}
+
+void unpack(const Checked &archive, const fs::path &destination, const std::stop_token &stop,
+    std::optional<std::uint64_t> largestFile)
+{
     fs::create_directories(destination);
     // An archive may lie about its sizes: no file becomes larger than all of them claim to be together.
-    runUnzip({"-o", "-qq", argument, "-d", destination}, stop, claimed);
+    runUnzip({"-o", "-qq", archive.argument, "-d", destination}, stop, largestFile.value_or(archive.unpacked));
+}
+
+void unzip(const fs::path &archive, const fs::path &destination, const std::stop_token &stop, const Limits &limits)
+{
+    unpack(check(archive, stop, limits), destination, stop);
 }
 
 } // namespace nolfa::ArchiveTool

@@ -2,6 +2,7 @@
 
 #include "Engine/ConversionError.h"
 #include "Engine/JPEGFile.h"
+#include "Engine/PNGFile.h"
 #include "Platform/CancellationError.h"
 #include "Platform/File.h"
 
@@ -20,6 +21,15 @@ bool isTooLarge(const fs::path &url)
 {
     std::error_code failure;
     return fs::file_size(url, failure) > largestFile || failure;
+}
+
+/// The decoder would refuse it too, but not without a line on the standard error stream.
+bool isDamagedPNG(std::string_view bytes, const std::stop_token &stop)
+{
+    if (!PNGFile::isPNG(bytes))
+        return false;
+    const std::optional<PNGFile> file = PNGFile::read(bytes);
+    return !file || !file->isStreamWhole(stop);
 }
 
 } // namespace
@@ -51,6 +61,8 @@ Bitmap load(const fs::path &url, std::optional<int> maxPixelSize, std::stop_toke
 {
     const std::string bytes = read(url);
     throwIfStopped(stop);
+    if (isDamagedPNG(bytes, stop))
+        throw ConversionError::unreadableInput(url);
     const std::unique_ptr<PictureSource> source = PictureSource::open(bytes, stop);
     if (!source)
         throw ConversionError::unreadableInput(url);

@@ -84,8 +84,10 @@ public:
                 return false;
             segment(marker, m_bytes.substr(at + 2, length - 2));
             at += length;
-            if (marker == startOfScan)
+            if (marker == startOfScan) {
+                m_file.dataStart = m_file.scans == 1 ? at : m_file.dataStart;
                 at = endOfScan(at);
+            }
         }
         joinProfile();
         return m_isWhole && m_frames == 1 && m_file.scans > 0 && m_hasQuantisation && m_hasHuffman;

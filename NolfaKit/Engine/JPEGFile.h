@@ -19,6 +19,7 @@ struct JPEGFile {
     bool isPlainRGB = false; ///< no luma and chroma, by the names of the components
     int orientation = 1; ///< of Exif, 1 to 8
     std::size_t scans = 0;
+    std::size_t dataStart = 0; ///< where the compressed data of the first scan begins
     std::string profile; ///< the colour profile (ICC), put together from its pieces; empty without one
 
     /// @return absent when the file isn't a whole JPEG of a usual kind: baseline or progressive, by Huffman codes

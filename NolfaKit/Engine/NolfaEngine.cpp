@@ -18,29 +18,29 @@ namespace nolfa {
 ConversionService NolfaEngine::makeService(const Bundle &bundle)
 {
     using enum DocumentFormat;
+    const auto recognizer = std::make_shared<const VisionTextRecognizer>();
+    const auto portable = std::make_shared<const PDFToMarkdownConverter>(PDFToMarkdownConverter::Options{}, recognizer);
     const auto workbook = std::make_shared<const XLSXConverter>();
     const auto deck = std::make_shared<const PPTXToMarkdownConverter>();
-    const auto recognizer = std::make_shared<const VisionTextRecognizer>();
-    const auto reader = std::make_shared<const PDFToMarkdownConverter>(PDFToMarkdownConverter::Options{}, recognizer);
     const auto pictureText
         = std::make_shared<const ImageToMarkdownConverter>(ImageToMarkdownConverter::Options{}, recognizer);
     const auto picturePage = std::make_shared<const ImageToPDFConverter>(ImageToPDFConverter::Options{});
-    ConversionService::Converters converters{reader, workbook, deck, pictureText, picturePage};
+    ConversionService::Converters converters{portable, workbook, deck, pictureText, picturePage};
     const auto addChain = [&converters](DocumentFormat from, DocumentFormat to, std::shared_ptr<const Converter> into,
                               std::shared_ptr<const Converter> outOf) {
         converters.push_back(
             std::make_shared<const ChainedConverter>(from, to, markdown, std::move(into), std::move(outOf)));
     };
-    addChain(pdf, xlsx, reader, workbook);
+    addChain(pdf, xlsx, portable, workbook);
     if (const std::optional<PandocRunner> runner = PandocRunner::resolve(bundle)) {
         const auto pandoc = std::make_shared<const PandocConverter>(
             *runner, bundle.resource("reference", "docx"), bundle.resource("reference", "pptx"));
         const auto print = std::make_shared<const MarkdownToPDFConverter>(*runner, std::nullopt, bundle);
         converters.insert(converters.end(),
             {pandoc, print, std::make_shared<const DocxToPDFConverter>(*runner),
-                std::make_shared<const PDFToDocxConverter>(reader, pandoc)});
+                std::make_shared<const PDFToDocxConverter>(portable, pandoc)});
         addChain(xlsx, pdf, workbook, print);
-        addChain(pdf, pptx, reader, pandoc);
+        addChain(pdf, pptx, portable, pandoc);
         addChain(docx, pptx, pandoc, pandoc);
         addChain(docx, xlsx, pandoc, workbook);
         addChain(xlsx, docx, workbook, pandoc);

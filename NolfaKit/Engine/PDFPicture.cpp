@@ -74,16 +74,13 @@ bool isProfileFor(PDFPicture::Colours colours, std::string_view profile)
     return false;
 }
 
-/// Whether a decoder makes a picture of the beginning of a file: its tables and frame are then sound. What follows is
-/// left alone, as decoders take any damage to it for a picture.
-bool isBeginningSound(std::string_view bytes, const std::stop_token &stop)
+/// Whether a decoder makes a picture of the beginning of a JPEG: its tables and frame are then sound. The rest is left
+/// alone, as decoders make a picture of any damage in the compressed data.
+bool isBeginningSound(std::string_view bytes, std::size_t dataStart, const std::stop_token &stop)
 {
     constexpr std::size_t enough = 1U << 16U;
     constexpr int small = 64;
-    // Markers of any length come before the data; the first scan's header is what counts.
-    const std::size_t scan = bytes.find("\xFF\xDA");
-    const std::size_t size = scan == std::string_view::npos ? bytes.size() : std::min(bytes.size(), scan + enough);
-    const std::unique_ptr<PictureSource> source = PictureSource::open(bytes.substr(0, size), stop);
+    const std::unique_ptr<PictureSource> source = PictureSource::open(bytes.substr(0, dataStart + enough), stop);
     return source && source->thumbnail(small).has_value();
 }
 
@@ -280,7 +277,7 @@ bool PDFPicture::takeJPEG(const std::stop_token &stop)
     const std::optional<JPEGFile> file = JPEGFile::read(*m_bytes);
     const bool isKnown = file && file->bits == bitsPerByte
         && (file->components == 1 || file->components == 3 || file->components == 4);
-    if (!isKnown || !isBeginningSound(*m_bytes, stop))
+    if (!isKnown || !isBeginningSound(*m_bytes, file->dataStart, stop))
         return false;
     width = file->width;
     height = file->height;

@@ -14,8 +14,12 @@ namespace nolfa::PDFTextPages {
 
 namespace {
 
-/// Pages that a thread takes at a time: neighbours share what the library keeps.
-constexpr std::size_t batch = 16;
+/// Pages that make a further thread worth while.
+constexpr std::size_t leastBatch = 16;
+
+/// How often a thread comes back for more: neighbouring pages share packed objects, which each thread unpacks for
+/// itself, so few and long runs are cheaper, and several let a fast thread help a slow one.
+constexpr std::size_t batchesOfThread = 4;
 
 /// More threads would wait for the memory rather than work.
 constexpr std::size_t mostThreads = 8;
@@ -23,8 +27,9 @@ constexpr std::size_t mostThreads = 8;
 /// The work that all threads share.
 class Reading {
 public:
-    Reading(std::size_t pageCount, const std::stop_token &stop)
+    Reading(std::size_t pageCount, std::size_t threads, const std::stop_token &stop)
         : m_pages(pageCount)
+        , m_batch(std::max(leastBatch, pageCount / (threads * batchesOfThread)))
         , m_stop(stop)
     {
     }
@@ -33,9 +38,9 @@ public:
     void run(const PDFDocument &document) noexcept
     {
         try {
-            for (std::size_t first = m_next.fetch_add(batch); first < m_pages.size() && !m_hasFailed;
-                 first = m_next.fetch_add(batch)) {
-                for (std::size_t page = first; page < std::min(first + batch, m_pages.size()); ++page)
+            for (std::size_t first = m_next.fetch_add(m_batch); first < m_pages.size() && !m_hasFailed;
+                 first = m_next.fetch_add(m_batch)) {
+                for (std::size_t page = first; page < std::min(first + m_batch, m_pages.size()); ++page)
                     read(document, page);
             }
         } catch (...) {
@@ -58,7 +63,10 @@ private:
         if (m_stop.stop_requested())
             throw CancellationError();
         try {
-            m_pages[page] = document.textLines(page, m_stop);
+            // A copy, made once the page's own memory is free again: what stays would otherwise lie between what
+            // goes, and the heap grow twice as large.
+            const std::vector<PDFTextLine> lines = document.textLines(page, m_stop);
+            m_pages[page].assign(lines.begin(), lines.end());
         } catch (const PlatformError &) {
             return;
         }
@@ -69,6 +77,7 @@ private:
     }
 
     std::vector<std::vector<PDFTextLine>> m_pages;
+    std::size_t m_batch;
     const std::stop_token &m_stop;
     std::atomic<std::size_t> m_next = 0;
     std::atomic<std::size_t> m_size = 0;
@@ -79,19 +88,18 @@ private:
 
 } // namespace
 
-std::vector<std::vector<PDFTextLine>> read(
-    const std::filesystem::path &file, const PDFDocument &document, const std::stop_token &stop)
+std::vector<std::vector<PDFTextLine>> read(const PDFDocument &document, const std::stop_token &stop)
 {
-    Reading reading(document.pageCount(), stop);
-    const std::size_t batches = (document.pageCount() + batch - 1) / batch;
+    const std::size_t batches = document.pageCount() / leastBatch + 1;
     const std::size_t threads
         = std::min({batches, mostThreads, std::size_t{std::max(1U, std::thread::hardware_concurrency())}});
+    Reading reading(document.pageCount(), threads, stop);
     {
         std::vector<std::jthread> helpers;
         for (std::size_t i = 1; i < threads; ++i) {
-            helpers.emplace_back([&file, &reading] {
+            helpers.emplace_back([&document, &reading] {
                 // Without an opening of its own a thread leaves its pages to the others.
-                if (const std::optional<PDFDocument> own = PDFDocument::open(file); own && !own->isLocked())
+                if (const std::optional<PDFDocument> own = document.openedAgain())
                     reading.run(*own);
             });
         }

@@ -2,7 +2,6 @@
 
 #include "Platform/PDFDocument.h"
 
-#include <filesystem>
 #include <stop_token>
 #include <vector>
 
@@ -12,11 +11,10 @@ namespace nolfa {
 namespace PDFTextPages {
 
 /// Reads the pages on all processors, each with an opening of its own. Thread-safe. Blocks.
-/// @param document  an opening of @p file, which isn't locked
+/// @param document  not locked
 /// @return the lines of each page; none for a page that can't be read
 /// @throws CancellationError after a stop; ConversionError::engineFailure for text beyond ReadingLimits::keptText
-[[nodiscard]] std::vector<std::vector<PDFTextLine>> read(
-    const std::filesystem::path &file, const PDFDocument &document, const std::stop_token &stop);
+[[nodiscard]] std::vector<std::vector<PDFTextLine>> read(const PDFDocument &document, const std::stop_token &stop);
 
 } // namespace PDFTextPages
 

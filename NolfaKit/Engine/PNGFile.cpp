@@ -117,11 +117,13 @@ private:
     bool palette(std::string_view content)
     {
         constexpr std::size_t bytesPerColour = 3;
-        const std::size_t most = bytesPerColour << static_cast<unsigned int>(std::min(file.bits, 8));
+        // For other kinds it is a mere suggestion.
+        if (file.colours != PNGFile::Colours::palette)
+            return true;
+        const std::size_t most = bytesPerColour << static_cast<unsigned int>(file.bits);
         if (content.empty() || content.size() % bytesPerColour != 0 || m_isBehindData || !file.palette.empty())
             return false;
-        if (file.colours == PNGFile::Colours::palette)
-            file.palette = content.substr(0, most);
+        file.palette = content.substr(0, most);
         return true;
     }
 
@@ -295,6 +297,11 @@ void copyPixel(std::span<const std::uint8_t> from, std::size_t source, std::span
 
 } // namespace
 
+bool PNGFile::isPNG(std::string_view bytes)
+{
+    return bytes.starts_with(signature);
+}
+
 std::optional<PNGFile> PNGFile::read(std::string_view bytes)
 {
     ChunkReader reader(bytes);
@@ -315,26 +322,48 @@ std::size_t PNGFile::bytesPerRow(int pixels) const
     return (static_cast<std::size_t>(pixels) * bitsPerPixel + bitsPerByte - 1) / bitsPerByte;
 }
 
+namespace {
+
+/// Goes through rows without looking at more than their filters.
+bool skipRows(RowStream &stream, std::size_t rowSize, std::size_t count, const std::stop_token &stop)
+{
+    // In batches of about the size of a cache.
+    constexpr std::size_t batchSize = 1U << 17U;
+    const std::size_t rowsPerBatch = std::max<std::size_t>(batchSize / rowSize, 1);
+    std::vector<std::uint8_t> batch(rowsPerBatch * rowSize);
+    while (count > 0) {
+        throwIfStopped(stop);
+        const std::size_t rows = std::min(count, rowsPerBatch);
+        if (!stream.fill(std::span(batch).first(rows * rowSize)))
+            return false;
+        for (std::size_t row = 0; row < rows; ++row) {
+            if (batch[row * rowSize] > lastFilter)
+                return false;
+        }
+        count -= rows;
+    }
+    return true;
+}
+
+/// Of one pass over a picture's width or height.
+int countInPass(int length, int start, int distance)
+{
+    return (length - start + distance - 1) / distance;
+}
+
+} // namespace
+
 bool PNGFile::isStreamWhole(const std::stop_token &stop) const
 {
+    static constexpr std::array<Pass, 1> onePass{{{0, 0, 1, 1}}};
     try {
         RowStream stream(data);
-        // Rows in batches of about the size of a cache.
-        constexpr std::size_t batchSize = 1U << 17U;
-        const std::size_t rowSize = bytesPerRow() + 1;
-        const std::size_t rowsPerBatch = std::max<std::size_t>(batchSize / rowSize, 1);
-        std::vector<std::uint8_t> batch(rowsPerBatch * rowSize);
-        auto left = static_cast<std::size_t>(height);
-        while (left > 0) {
-            throwIfStopped(stop);
-            const std::size_t rows = std::min(left, rowsPerBatch);
-            if (!stream.fill(std::span(batch).first(rows * rowSize)))
+        for (const Pass &pass : isInterlaced ? std::span<const Pass>(passes) : std::span<const Pass>(onePass)) {
+            const int columns = countInPass(width, pass.left, pass.across);
+            const int rows = countInPass(height, pass.top, pass.down);
+            if (columns > 0 && rows > 0
+                && !skipRows(stream, bytesPerRow(columns) + 1, static_cast<std::size_t>(rows), stop))
                 return false;
-            for (std::size_t row = 0; row < rows; ++row) {
-                if (batch[row * rowSize] > lastFilter)
-                    return false;
-            }
-            left -= rows;
         }
         return stream.isAtEnd();
     } catch (const PlatformError &) {
@@ -370,7 +399,7 @@ bool readInterlacedRows(const PNGFile &file, std::size_t step,
     std::vector<std::uint8_t> picture(rowSize * static_cast<std::size_t>(file.height));
     RowStream stream(file.data);
     for (const Pass &pass : passes) {
-        const int columns = (file.width - pass.left + pass.across - 1) / pass.across;
+        const int columns = countInPass(file.width, pass.left, pass.across);
         if (columns < 1)
             continue;
         Rows rows(stream, file.bytesPerRow(columns), step);

@@ -26,6 +26,9 @@ struct PNGFile {
     std::string_view profile; ///< the colour profile (ICC), deflated; empty without one
     std::vector<std::string_view> data; ///< pieces of the one deflated stream of rows
 
+    /// By the first bytes.
+    [[nodiscard]] static bool isPNG(std::string_view bytes);
+
     /// Critical chunks with a wrong checksum are damage, others are left out.
     /// @return absent when it isn't a whole and well-formed PNG
     [[nodiscard]] static std::optional<PNGFile> read(std::string_view bytes);
@@ -35,7 +38,7 @@ struct PNGFile {
     [[nodiscard]] std::size_t bytesPerRow() const { return bytesPerRow(width); }
     [[nodiscard]] std::size_t bytesPerRow(int pixels) const;
 
-    /// Whether the stream of rows is whole, and can serve elsewhere as it is. Not for interlaced files.
+    /// Whether the stream of rows is whole.
     /// @throws CancellationError after a stop
     [[nodiscard]] bool isStreamWhole(const std::stop_token &stop) const;
 

@@ -18,7 +18,7 @@ inline constexpr std::size_t keptValue = 32ULL << 20U;
 /// Bytes of attributes that one collection of elements keeps.
 inline constexpr std::size_t keptAttributes = 32ULL << 20U;
 /// Bytes of XML that are read once more, because a list names a part several times.
-inline constexpr std::uint64_t readAgain = 64ULL << 20U;
+inline constexpr std::uint64_t readAgain = 16ULL << 20U;
 /// Cells of one sheet's table, the empty ones of its gaps included.
 inline constexpr std::uint64_t tableCells = 64ULL << 20U;
 /// Columns of one table; a spreadsheet has 16,384.
@@ -38,7 +38,7 @@ inline void require(std::uint64_t size, std::uint64_t most)
 
 } // namespace ReadingLimits
 
-/// Counts what one conversion reads again. What it reads once is bounded by what was unpacked.
+/// Counts what a list makes a conversion read again. What it reads once is bounded by what was unpacked.
 class ReadingBudget {
 public:
     /// @throws as ReadingLimits::fail(), when a part that was spent on before is no longer covered

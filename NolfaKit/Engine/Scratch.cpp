@@ -6,7 +6,12 @@
 namespace nolfa {
 
 Scratch::Scratch()
-    : m_dir(std::filesystem::temp_directory_path() / ("nolfa-" + newUUID()))
+    : Scratch(std::filesystem::temp_directory_path())
+{
+}
+
+Scratch::Scratch(const std::filesystem::path &parent)
+    : m_dir(parent / ("nolfa-" + newUUID()))
 {
     File::makePrivateFolder(m_dir);
 }

@@ -11,6 +11,8 @@ public:
     /// Makes "nolfa-" and a new UUID in the system's temporary directory, for the user's eyes only.
     /// @throws std::filesystem::filesystem_error
     Scratch();
+    /// As above, in a folder that is there.
+    explicit Scratch(const std::filesystem::path &parent);
     Scratch(const Scratch &) = delete;
     Scratch &operator=(const Scratch &) = delete;
     ~Scratch() { cleanup(); }

@@ -1,16 +1,82 @@
 #include "Engine/UnpackedPackage.h"
 
+#include "Engine/ArchiveTool.h"
+#include "Engine/ConversionError.h"
 #include "Engine/FileName.h"
+#include "Platform/File.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdlib>
 
 namespace nolfa {
 
 namespace fs = std::filesystem;
 
+namespace {
+
+constexpr const char *sharedMemory = "/dev/shm";
+/// What a package may claim, in bytes and entries, and still be unpacked in memory.
+constexpr std::uint64_t smallSize = 8ULL << 20U;
+constexpr std::uint64_t fewEntries = 10'000;
+/// Bytes that a package which lies about its sizes gets there at most.
+constexpr std::uint64_t mostInMemory = 256ULL << 20U;
+
+bool isPlaceOrdered()
+{
+    constexpr std::array names{"TMPDIR", "TMP", "TEMP", "TEMPDIR"};
+    return std::ranges::any_of(names, [](const char *name) { return std::getenv(name) != nullptr; });
+}
+
+bool hasMemoryToSpare()
+{
+    std::error_code failure;
+    const fs::space_info space = fs::space(sharedMemory, failure);
+    return !failure && space.available >= 2 * mostInMemory && File::isInMemory(sharedMemory);
+}
+
+/// @return the folder with all files; none when they must go to the disc
+std::unique_ptr<const Scratch> unpackInMemory(const ArchiveTool::Checked &archive, const std::stop_token &stop)
+{
+    if (archive.unpacked > smallSize || archive.entries > fewEntries || isPlaceOrdered() || !hasMemoryToSpare())
+        return nullptr;
+    try {
+        auto scratch = std::make_unique<const Scratch>(sharedMemory);
+        ArchiveTool::unpack(archive, scratch->dir(), stop,
+            std::min(archive.unpacked, mostInMemory / std::max<std::uint64_t>(archive.entries, 1)));
+        return scratch;
+    } catch (const fs::filesystem_error &) {
+        return nullptr;
+    } catch (const ConversionError &error) {
+        // No room after all, or one large file among many; what is wrong with the archive shows on the disc too.
+        if (!std::holds_alternative<ConversionError::EngineFailure>(error.value()))
+            throw;
+        return nullptr;
+    }
+}
+
+} // namespace
+
 UnpackedPackage::UnpackedPackage(const fs::path &root)
     : m_root(fs::canonical(root))
 {
+}
+
+UnpackedPackage::UnpackedPackage(std::unique_ptr<const Scratch> scratch)
+    : m_scratch(std::move(scratch))
+    , m_root(fs::canonical(m_scratch->dir()))
+{
+}
+
+UnpackedPackage UnpackedPackage::unpack(const fs::path &archive, const std::stop_token &stop)
+{
+    const ArchiveTool::Checked checked = ArchiveTool::check(archive, stop);
+    std::unique_ptr<const Scratch> scratch = unpackInMemory(checked, stop);
+    if (!scratch) {
+        scratch = std::make_unique<const Scratch>();
+        ArchiveTool::unpack(checked, scratch->dir(), stop);
+    }
+    return UnpackedPackage(std::move(scratch));
 }
 
 const fs::path &UnpackedPackage::canonicalFolder(const fs::path &folder) const

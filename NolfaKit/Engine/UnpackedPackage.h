@@ -1,8 +1,12 @@
 #pragma once
 
+#include "Engine/Scratch.h"
+
 #include <filesystem>
 #include <map>
+#include <memory>
 #include <optional>
+#include <stop_token>
 #include <string_view>
 #include <vector>
 
@@ -13,6 +17,11 @@ namespace nolfa {
 class UnpackedPackage {
 public:
     explicit UnpackedPackage(const std::filesystem::path &root);
+
+    /// Unpacks an archive into a Scratch that lives as long as the package: in memory when the archive is small and
+    /// the machine has room, else, and always when the environment names a place, among the temporary files.
+    /// @throws ConversionError, and the file system's error, as ArchiveTool::unzip() and Scratch()
+    [[nodiscard]] static UnpackedPackage unpack(const std::filesystem::path &archive, const std::stop_token &stop);
 
     [[nodiscard]] const std::filesystem::path &root() const { return m_root; }
 
@@ -25,9 +34,12 @@ public:
         const std::filesystem::path &folder, std::string_view ext) const;
 
 private:
+    explicit UnpackedPackage(std::unique_ptr<const Scratch> scratch);
+
     /// The folder's canonical path, or empty when it is none of ours.
     [[nodiscard]] const std::filesystem::path &canonicalFolder(const std::filesystem::path &folder) const;
 
+    std::unique_ptr<const Scratch> m_scratch; ///< absent when the folder is somebody else's
     std::filesystem::path m_root; ///< canonical
     /// Folders that were asked for before: a deck has three parts a slide, all in a few of them.
     mutable std::map<std::filesystem::path, std::filesystem::path> m_folders;

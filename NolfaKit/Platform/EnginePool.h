@@ -3,10 +3,12 @@
 #include "Platform/CancellationError.h"
 
 #include <algorithm>
+#include <chrono>
 #include <condition_variable>
 #include <list>
 #include <memory>
 #include <mutex>
+#include <set>
 #include <stop_token>
 #include <string>
 #include <utility>
@@ -17,9 +19,12 @@ namespace nolfa {
 /// No more than a fixed number exist at once. Thread-safe; engines are made and destroyed outside of its lock.
 template <typename Engine> class EnginePool {
 public:
-    /// @param most  at least 1
-    explicit EnginePool(std::size_t most)
+    /// @param most      at least 1
+    /// @param patience  how long a caller waits for an engine that is at work before another one is made. What making
+    ///                  one takes is about right: small jobs then share one engine.
+    EnginePool(std::size_t most, std::chrono::milliseconds patience = {})
         : m_most(most)
+        , m_patience(patience)
     {
     }
 
@@ -45,7 +50,7 @@ public:
         std::unique_ptr<Engine> m_engine;
     };
 
-    /// Waits while all engines are at work.
+    /// Waits while all engines are at work, and a moment for one of the kind that is.
     /// @param make  makes an engine of that kind; may throw
     /// @throws CancellationError after a stop
     template <typename Make> Lease lease(const std::string &key, const std::stop_token &stop, Make make)
@@ -55,7 +60,7 @@ public:
             try {
                 engine = make();
             } catch (...) {
-                giveUpReservation();
+                giveUpReservation(key);
                 throw;
             }
         }
@@ -70,8 +75,12 @@ private:
     {
         Idle surplus;
         std::unique_lock lock(m_mutex);
+        const auto isIdle = [&] { return std::ranges::find(m_idle, key, &Idle::first) != m_idle.end(); };
+        if (!isIdle() && m_atWork.contains(key))
+            m_changed.wait_for(lock, stop, m_patience, isIdle);
         if (!m_changed.wait(lock, stop, [this] { return !m_idle.empty() || m_count < m_most; }))
             throw CancellationError();
+        m_atWork.insert(key);
         const auto found = std::ranges::find(m_idle, key, &Idle::first);
         if (found != m_idle.end()) {
             std::unique_ptr<Engine> engine = std::move(found->second);
@@ -94,24 +103,29 @@ private:
     {
         {
             const std::scoped_lock lock(m_mutex);
+            m_atWork.erase(m_atWork.find(key));
             m_idle.emplace_back(std::move(key), std::move(engine));
         }
-        m_changed.notify_one();
+        // Those who wait may want different kinds.
+        m_changed.notify_all();
     }
 
-    void giveUpReservation()
+    void giveUpReservation(const std::string &key)
     {
         {
             const std::scoped_lock lock(m_mutex);
+            m_atWork.erase(m_atWork.find(key));
             --m_count;
         }
-        m_changed.notify_one();
+        m_changed.notify_all();
     }
 
     const std::size_t m_most;
+    const std::chrono::milliseconds m_patience;
     std::mutex m_mutex;
     std::condition_variable_any m_changed;
     std::list<Idle> m_idle; ///< the one that has been idle longest first
+    std::multiset<std::string> m_atWork; ///< kinds, those about to be made included
     std::size_t m_count = 0; ///< idle, at work, and about to be made
 };
 

@@ -6,7 +6,9 @@
 #include <cerrno>
 #include <chrono>
 #include <fcntl.h>
+#include <linux/magic.h>
 #include <sys/stat.h>
+#include <sys/vfs.h>
 #include <thread>
 
 namespace nolfa::File {
@@ -82,6 +84,12 @@ bool isNameTaken(const fs::path &path)
 {
     std::error_code ignored;
     return fs::exists(fs::symlink_status(path, ignored));
+}
+
+bool isInMemory(const fs::path &folder)
+{
+    struct statfs about { };
+    return ::statfs(folder.c_str(), &about) == 0 && about.f_type == TMPFS_MAGIC;
 }
 
 void makePrivateFolder(const fs::path &folder)

@@ -26,6 +26,9 @@ void write(const std::filesystem::path &file, std::string_view bytes);
 /// Anything of that name in the folder, a dangling link included.
 [[nodiscard]] bool isNameTaken(const std::filesystem::path &path);
 
+/// Whether a folder lies in memory (tmpfs) and not on a disc.
+[[nodiscard]] bool isInMemory(const std::filesystem::path &folder);
+
 /// Makes a folder that only its owner may enter, its parents included.
 /// @throws std::filesystem::filesystem_error
 void makePrivateFolder(const std::filesystem::path &folder);

@@ -27,13 +27,13 @@ std::filesystem::path ownFolder()
 
 } // namespace
 
-void *entry(const std::string &module, const std::string &function)
+void *entry(const std::string &module, const std::string &name)
 {
     // The loader counts how often a file was opened; a second time costs next to nothing.
     void *const handle = ::dlopen((ownFolder() / ("lib" + module + ".so")).c_str(), RTLD_NOW | RTLD_LOCAL);
     if (handle == nullptr)
         failWithLoaderError();
-    void *const found = ::dlsym(handle, function.c_str());
+    void *const found = ::dlsym(handle, name.c_str());
     if (found == nullptr)
         failWithLoaderError();
     return found;

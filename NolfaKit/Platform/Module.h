@@ -8,10 +8,10 @@ namespace nolfa {
 /// Whoever doesn't need them doesn't pay for their start. Thread-safe.
 namespace Module {
 
-/// A function that a module of the engine exports under a C name.
-/// @param module  its name, as in "NolfaPictures"; the file lies beside the engine's own
-/// @throws PlatformError when the module or the function isn't there
-[[nodiscard]] void *entry(const std::string &module, const std::string &function);
+/// What a module of the engine shows under a C name.
+/// @param module  its name, as in "NolfaKitQt"; the file lies beside the engine's own
+/// @throws PlatformError when the module isn't there, or shows no such thing
+[[nodiscard]] void *entry(const std::string &module, const std::string &name);
 
 } // namespace Module
 

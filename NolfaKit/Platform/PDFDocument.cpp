@@ -35,7 +35,10 @@ constexpr double mostPixels = 36e6;
 struct PDFDocument::Implementation {
     Context context;
     pdf_document *document = nullptr;
+    std::filesystem::path file;
     std::size_t pageCount = 0;
+    /// The pages' object numbers, 0 for a page that is no object of its own. All openings of a file share them.
+    std::shared_ptr<const std::vector<int>> pageObjects;
     bool isLocked = false;
     bool hasPageTree = false;
     mupdf::Watchdog watchdog;
@@ -50,23 +53,22 @@ struct PDFDocument::Implementation {
         pdf_drop_document(context.get(), document);
     }
 
-    void open(const char *file)
+    void open()
     {
         Handle<fz_stream, fz_drop_stream> stream;
         {
             fz_stream *opened = nullptr;
-            context.call([&](fz_context *mu) noexcept { opened = fz_open_file(mu, file); });
+            context.call([&](fz_context *mu) noexcept { opened = fz_open_file(mu, file.c_str()); });
             stream = {context, opened};
         }
         context.call([&](fz_context *mu) noexcept { document = pdf_open_document_with_stream(mu, stream.get()); });
         context.call([&](fz_context *mu) noexcept {
             isLocked = pdf_needs_password(mu, document) != 0 && pdf_authenticate_password(mu, document, "") == 0;
         });
-        if (!isLocked)
-            countPages();
     }
 
-    void countPages()
+    /// Walks the tree of pages, which parses every one of them: the greater part of opening a large file.
+    void listPages()
     {
         int count = 0;
         int objects = 0;
@@ -86,12 +88,31 @@ struct PDFDocument::Implementation {
         } catch (const PlatformError &) {
             hasPageTree = false;
         }
+        auto numbers = std::make_shared<std::vector<int>>(pageCount);
+        if (hasPageTree) {
+            context.call([&](fz_context *mu) noexcept {
+                for (std::size_t index = 0; index < pageCount; ++index)
+                    (*numbers)[index] = pdf_to_num(mu, pdf_lookup_page_obj(mu, document, static_cast<int>(index)));
+            });
+        }
+        pageObjects = std::move(numbers);
+    }
+
+    /// The page's dictionary; the document keeps it.
+    pdf_obj *dictionary(fz_context *mu, std::size_t index) const noexcept
+    {
+        const int number = (*pageObjects)[index];
+        if (number == 0)
+            return pdf_lookup_page_obj(mu, document, static_cast<int>(index));
+        pdf_obj *const page = pdf_load_object(mu, document, number);
+        pdf_drop_obj(mu, page);
+        return page;
     }
 
     /// The page's dictionary, with the media box in place of the crop box: what the library then takes for the page.
     pdf_obj *page(fz_context *mu, std::size_t index) const noexcept
     {
-        pdf_obj *const page = pdf_lookup_page_obj(mu, document, static_cast<int>(index));
+        pdf_obj *const page = dictionary(mu, index);
         if (pdf_obj *const mediaBox = pdf_dict_get_inheritable(mu, page, PDF_NAME(MediaBox)); mediaBox != nullptr)
             pdf_dict_put(mu, page, PDF_NAME(CropBox), mediaBox);
         return page;
@@ -102,8 +123,7 @@ struct PDFDocument::Implementation {
     {
         bool hasNone = false;
         context.call([&](fz_context *mu) noexcept {
-            pdf_obj *const box = pdf_dict_get_inheritable(
-                mu, pdf_lookup_page_obj(mu, document, static_cast<int>(index)), PDF_NAME(MediaBox));
+            pdf_obj *const box = pdf_dict_get_inheritable(mu, dictionary(mu, index), PDF_NAME(MediaBox));
             if (pdf_is_array(mu, box) == 0)
                 return;
             const fz_rect bounds = pdf_to_rect(mu, box);
@@ -194,8 +214,27 @@ std::optional<PDFDocument> PDFDocument::open(const std::filesystem::path &file)
         return std::nullopt;
     try {
         auto implementation = std::make_unique<Implementation>();
-        implementation->open(file.c_str());
+        implementation->file = file;
+        implementation->open();
+        if (!implementation->isLocked)
+            implementation->listPages();
         return PDFDocument(std::move(implementation));
+    } catch (const PlatformError &) {
+        return std::nullopt;
+    }
+}
+
+std::optional<PDFDocument> PDFDocument::openedAgain() const
+{
+    try {
+        auto again = std::make_unique<Implementation>();
+        again->file = m_implementation->file;
+        again->open();
+        if (again->isLocked || m_implementation->isLocked)
+            return std::nullopt;
+        again->pageCount = m_implementation->pageCount;
+        again->pageObjects = m_implementation->pageObjects;
+        return PDFDocument(std::move(again));
     } catch (const PlatformError &) {
         return std::nullopt;
     }

@@ -13,13 +13,17 @@
 
 namespace nolfa {
 
-/// A PDF that is open for reading. One thread at a time; several threads open the file once each, which is cheap.
+/// A PDF that is open for reading. One thread at a time; several threads have an opening each.
 /// What one object may take from the heap is bounded, and so is the time that a page may take.
 class PDFDocument {
 public:
     /// Absent for what isn't a readable PDF. A document that is damaged but can be repaired opens. Never throws for
     /// what the file says.
     [[nodiscard]] static std::optional<PDFDocument> open(const std::filesystem::path &file);
+
+    /// Another opening of the same file, for another thread, cheaper than the first. Absent when the file is locked or
+    /// no longer there. May be called from any thread while this one is in use.
+    [[nodiscard]] std::optional<PDFDocument> openedAgain() const;
 
     PDFDocument(PDFDocument &&other) noexcept;
     PDFDocument &operator=(PDFDocument &&other) noexcept;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/HTMLPrinter.h"
+#include "Platform/PictureSource.h"
 
 namespace nolfa {
 
@@ -8,6 +9,7 @@ namespace nolfa {
 /// command line don't need it, and loading costs more than all the rest of their start.
 struct QtFunctions {
     void (*printHTML)(const HTMLPrinter::Job &, const std::stop_token &);
+    PictureSource *(*openPicture)(std::string_view bytes, const std::stop_token &);
 
     /// Loads the library once. Thread-safe.
     /// @throws PlatformError when it can't be loaded

@@ -98,17 +98,20 @@ std::size_t mostEngines()
     return std::clamp(std::thread::hardware_concurrency(), least, most);
 }
 
+/// What starting an engine takes, more or less.
+constexpr std::chrono::milliseconds startTime(400);
+
 EnginePool<TextLineReader> &pool()
 {
     // Never destroyed: at exit a thread may still be reading.
-    static auto *const engines = new EnginePool<TextLineReader>(mostEngines());
+    static auto *const engines = new EnginePool<TextLineReader>(mostEngines(), startTime);
     return *engines;
 }
 
 std::unique_ptr<TextLineReader> makeReader(const fs::path &folder, const std::string &languages)
 {
     static MakeReader *const make
-        = reinterpret_cast<MakeReader *>(Module::entry("NolfaTextRecognition", "nolfaMakeTextLineReader"));
+        = reinterpret_cast<MakeReader *>(Module::entry("NolfaKitTesseract", "nolfaMakeTextLineReader"));
     return std::unique_ptr<TextLineReader>(make(folder.c_str(), languages.c_str()));
 }
 

@@ -22,6 +22,14 @@ TEST(Scratch, makesAPrivateDirectoryAmongTheTemporaryOnes)
     EXPECT_EQ(fs::status(scratch.dir()).permissions(), fs::perms::owner_all);
 }
 
+TEST(Scratch, liesInAFolderOfAnothersChoice)
+{
+    const TemporaryFolder folder;
+    const Scratch scratch(folder.path());
+    EXPECT_EQ(scratch.dir().parent_path(), folder.path());
+    EXPECT_EQ(fs::status(scratch.dir()).permissions(), fs::perms::owner_all);
+}
+
 TEST(Scratch, namesFilesWithoutMakingThem)
 {
     const Scratch scratch;

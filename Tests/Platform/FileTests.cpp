@@ -1,5 +1,6 @@
 #include "Platform/File.h"
 
+#include "Support/Processes.h"
 #include "Support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -7,6 +8,7 @@
 
 using namespace nolfa;
 namespace fs = std::filesystem;
+using nolfa::testing::runProgram;
 using nolfa::testing::TemporaryFolder;
 
 TEST(File, contentsAreBytes)
@@ -24,6 +26,14 @@ TEST(File, contentsOfWhatIsNoFileAreAbsent)
     EXPECT_EQ(File::contents(folder / "missing"), std::nullopt);
     ASSERT_EQ(::mkfifo((folder / "fifo").c_str(), 0600), 0);
     EXPECT_EQ(File::contents(folder / "fifo"), std::nullopt) << "and it must not wait for a writer";
+}
+
+TEST(File, isInMemoryAsksForTheKindOfTheDisc)
+{
+    EXPECT_FALSE(File::isInMemory("/proc"));
+    EXPECT_FALSE(File::isInMemory("/nonexistent"));
+    EXPECT_EQ(
+        File::isInMemory("/dev/shm"), runProgram("/usr/bin/stat", {"-f", "-c", "%T", "/dev/shm"}).stdout == "tmpfs\n");
 }
 
 TEST(File, isExecutableAsksForTheBitOfARegularFile)

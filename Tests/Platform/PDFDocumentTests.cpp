@@ -181,8 +181,13 @@ TEST_F(PDFDocumentTest, aTurnedPageIsReadAsItIsSeen)
 TEST_F(PDFDocumentTest, aCharacterThatTheFileDoesNotTellIsTheReplacementCharacter)
 {
     PDFBuilder builder;
-    const int descendant = builder.add("<< /Type /Font /Subtype /CIDFontType2 /BaseFont /Unknown /CIDSystemInfo << "
-                                       "/Registry (Adobe) /Ordering (Identity) /Supplement 0 >> /DW 500 >>");
+    const int descriptor
+        = builder.add("<< /Type /FontDescriptor /FontName /Unknown /Flags 4 /FontBBox [0 0 1000 1000] /ItalicAngle 0 "
+                      "/Ascent 800 /Descent -200 /CapHeight 700 /StemV 80 >>");
+    const int descendant
+        = builder.add("<< /Type /Font /Subtype /CIDFontType2 /BaseFont /Unknown /CIDSystemInfo << "
+                      "/Registry (Adobe) /Ordering (Identity) /Supplement 0 >> /DW 500 /FontDescriptor "
+            + std::to_string(descriptor) + " 0 R >>");
     const int font = builder.add("<< /Type /Font /Subtype /Type0 /BaseFont /Unknown /Encoding /Identity-H "
                                  "/DescendantFonts ["
         + std::to_string(descendant) + " 0 R] >>");

@@ -115,7 +115,7 @@ void PDFToMarkdownConverter::convert(const std::filesystem::path &input, const s
         throw ConversionError::unreadableInput(input);
     if (document->isLocked())
         throw ConversionError::passwordProtected(input);
-    const std::vector<std::string> pages = pageContents(input, std::move(*document), stop);
+    const std::vector<std::string> pages = pageContents(std::move(*document), stop);
     if (std::ranges::all_of(pages, [](const std::string &page) { return Unicode::trimmed(page).empty(); }))
         throw ConversionError::emptyResult(DocumentFormat::pdf, DocumentFormat::markdown);
     using PDFPageMarkdown::PageMarkers;
@@ -130,10 +130,9 @@ std::string PDFToMarkdownConverter::pageMarker(std::size_t number)
     return PDFPageMarkdown::pageMarker(number);
 }
 
-std::vector<std::string> PDFToMarkdownConverter::pageContents(
-    const std::filesystem::path &input, PDFDocument document, const std::stop_token &stop) const
+std::vector<std::string> PDFToMarkdownConverter::pageContents(PDFDocument document, const std::stop_token &stop) const
 {
-    const std::vector<std::vector<PDFTextLine>> pages = PDFTextPages::read(input, document, stop);
+    const std::vector<std::vector<PDFTextLine>> pages = PDFTextPages::read(document, stop);
     std::vector<std::size_t> counts;
     counts.reserve(pages.size());
     for (const std::vector<PDFTextLine> &lines : pages)

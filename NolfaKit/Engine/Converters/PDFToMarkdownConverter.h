@@ -38,8 +38,7 @@ public:
     [[nodiscard]] static std::string pageMarker(std::size_t number);
 
 private:
-    [[nodiscard]] std::vector<std::string> pageContents(
-        const std::filesystem::path &input, PDFDocument document, const std::stop_token &stop) const;
+    [[nodiscard]] std::vector<std::string> pageContents(PDFDocument document, const std::stop_token &stop) const;
     void recognize(PDFDocument document, const std::vector<std::size_t> &scanned, std::vector<std::string> &contents,
         const std::stop_token &stop) const;
 

@@ -1,13 +1,11 @@
 #include "Engine/Converters/PPTXToMarkdownConverter.h"
 
-#include "Engine/ArchiveTool.h"
 #include "Engine/ConversionError.h"
 #include "Engine/ElementCollector.h"
 #include "Engine/FileName.h"
 #include "Engine/NumberText.h"
 #include "Engine/ProducedOutput.h"
 #include "Engine/ReadingLimits.h"
-#include "Engine/Scratch.h"
 #include "Engine/SlideTextParser.h"
 #include "Platform/File.h"
 #include "Platform/FileWriter.h"
@@ -54,7 +52,6 @@ public:
     void appendSlide(const fs::path &slide)
     {
         m_text.append("## Slide ").append(std::to_string(++m_count)).append("\n\n");
-        m_budget.spend(slide);
         const std::vector<std::string> paragraphs = SlideTextParser::parse(slide, m_stop);
         for (const std::string &paragraph : paragraphs)
             m_text.append("- ").append(paragraph).append("\n");
@@ -75,7 +72,7 @@ private:
         const std::optional<fs::path> part = PPTXToMarkdownConverter::notesPart(slide, m_package, m_stop);
         if (!part)
             return;
-        m_budget.spend(*part);
+        m_notesBudget.spend(*part);
         const std::string notes = notesText(*part, m_stop);
         if (notes.empty())
             return;
@@ -85,7 +82,7 @@ private:
 
     const UnpackedPackage &m_package;
     std::stop_token m_stop;
-    ReadingBudget m_budget;
+    ReadingBudget m_notesBudget;
     std::string m_text;
     std::size_t m_count = 0;
     bool m_hasContent = false;
@@ -104,14 +101,11 @@ void PPTXToMarkdownConverter::convert(
     if (!File::isReadable(input))
         throw ConversionError::unreadableInput(input);
     UnfinishedOutput unfinished({output});
-    Scratch::withScratch([&](const Scratch &scratch) {
-        ArchiveTool::unzip(input, scratch.dir(), stop);
-        const UnpackedPackage package(scratch.dir());
-        Outline outline(package, stop);
-        for (const fs::path &slide : orderedSlides(package, stop))
-            outline.appendSlide(slide);
-        File::write(output, outline.take());
-    });
+    const UnpackedPackage package = UnpackedPackage::unpack(input, stop);
+    Outline outline(package, stop);
+    for (const fs::path &slide : orderedSlides(package, stop))
+        outline.appendSlide(slide);
+    File::write(output, outline.take());
     unfinished.keep();
 }
 
@@ -121,12 +115,15 @@ std::vector<fs::path> PPTXToMarkdownConverter::orderedSlides(
     const fs::path ppt = package.root() / "ppt";
     const auto targets = relationshipTargets(package.part(ppt / "_rels/presentation.xml.rels"), stop);
     std::vector<fs::path> slides;
+    ReadingBudget budget;
     for (const Attributes &slide : collect("p:sldId", package.part(ppt / "presentation.xml"), stop)) {
         const std::optional<std::string> id = value(slide, "r:id");
         const auto target = id ? targets.find(*id) : targets.end();
         std::optional<fs::path> part = target == targets.end() ? std::nullopt : resolve(package, ppt, target->second);
-        if (part)
-            slides.push_back(std::move(*part));
+        if (!part)
+            continue;
+        budget.spend(*part);
+        slides.push_back(std::move(*part));
     }
     if (!slides.empty())
         return slides;

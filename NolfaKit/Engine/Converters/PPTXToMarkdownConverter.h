@@ -16,6 +16,7 @@ public:
 
     /// The slides in the order of the presentation; without a usable list all that lie in the package, by the number
     /// in their names.
+    /// @throws ConversionError when the list names parts again without end
     [[nodiscard]] static std::vector<std::filesystem::path> orderedSlides(
         const UnpackedPackage &package, const std::stop_token &stop);
 

@@ -38,14 +38,17 @@ std::vector<XLSXConverter::Sheet> sheetsOfWorkbook(const UnpackedPackage &packag
     using namespace ElementCollector;
     const auto targets = relationshipTargets(package.part(package.root() / "xl/_rels/workbook.xml.rels"), stop);
     std::vector<XLSXConverter::Sheet> sheets;
+    ReadingBudget budget;
     for (const Attributes &sheet : collect("sheet", package.part(package.root() / "xl/workbook.xml"), stop)) {
         std::optional<std::string> id = value(sheet, "r:id");
         if (!id)
             id = value(sheet, "id");
         const auto target = targets.find(id.value_or(""));
         std::optional<fs::path> part = target == targets.end() ? std::nullopt : sheetPart(package, target->second);
-        if (part)
-            sheets.push_back({value(sheet, "name").value_or("Sheet"), std::move(*part)});
+        if (!part)
+            continue;
+        budget.spend(*part);
+        sheets.push_back({value(sheet, "name").value_or("Sheet"), std::move(*part)});
     }
     return sheets;
 }
@@ -139,30 +142,25 @@ void XLSXConverter::readToMarkdown(const fs::path &input, const fs::path &output
 {
     if (!File::isReadable(input))
         throw ConversionError::unreadableInput(input);
-    Scratch::withScratch([&](const Scratch &scratch) {
-        ArchiveTool::unzip(input, scratch.dir(), stop);
-        const UnpackedPackage package(scratch.dir());
-        const SharedStrings shared = SharedStrings::read(package.part(package.root() / "xl/sharedStrings.xml"), stop);
-        const CellFormats formats = CellFormats::fromStyles(package.part(package.root() / "xl/styles.xml"), stop);
-        const std::vector<Sheet> sheets = orderedSheets(package, stop);
+    const UnpackedPackage package = UnpackedPackage::unpack(input, stop);
+    const SharedStrings shared = SharedStrings::read(package.part(package.root() / "xl/sharedStrings.xml"), stop);
+    const CellFormats formats = CellFormats::fromStyles(package.part(package.root() / "xl/styles.xml"), stop);
+    const std::vector<Sheet> sheets = orderedSheets(package, stop);
 
-        FileWriter file(output);
-        ReadingBudget budget;
-        for (const Sheet &sheet : sheets) {
-            budget.spend(sheet.part);
-            const SheetRows rows = SheetParser::parse(sheet.part, shared, formats, stop);
-            if (rows.isEmpty())
-                continue;
-            if (sheets.size() > 1)
-                file.text.append("## ").append(sheet.name).append("\n\n");
-            rows.appendTable(file.text, [&] {
-                throwIfStopped(stop);
-                file.flushIfLarge();
-            });
-            file.text += '\n';
-        }
-        file.finish();
-    });
+    FileWriter file(output);
+    for (const Sheet &sheet : sheets) {
+        const SheetRows rows = SheetParser::parse(sheet.part, shared, formats, stop);
+        if (rows.isEmpty())
+            continue;
+        if (sheets.size() > 1)
+            file.text.append("## ").append(sheet.name).append("\n\n");
+        rows.appendTable(file.text, [&] {
+            throwIfStopped(stop);
+            file.flushIfLarge();
+        });
+        file.text += '\n';
+    }
+    file.finish();
 }
 
 void XLSXConverter::writeFromMarkdown(const fs::path &input, const fs::path &output, const std::stop_token &stop)

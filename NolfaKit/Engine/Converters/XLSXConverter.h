@@ -23,6 +23,7 @@ public:
 
     /// The worksheets in the workbook's order, hidden ones included; without a usable list all that lie in the
     /// package, by file name.
+    /// @throws ConversionError when the list names parts again without end
     [[nodiscard]] static std::vector<Sheet> orderedSheets(const UnpackedPackage &package, const std::stop_token &stop);
 
 private:

@@ -271,7 +271,9 @@ void TextProcessor::showCharacter(fz_context *context, const Course &course, int
     }
 
     std::array<int, PDF_MRANGE_CAP> characters; // NOLINT(cppcoreguidelines-pro-type-member-init): hot
-    int count = font->to_unicode != nullptr ? pdf_lookup_cmap_full(font->to_unicode, cid, characters.data()) : 0;
+    int count = font->to_unicode != nullptr
+        ? pdf_lookup_cmap_full(font->to_unicode, static_cast<unsigned int>(cid), characters.data())
+        : 0;
     if (count == 0 && static_cast<std::size_t>(cid) < font->cid_to_ucs_len && font->cid_to_ucs[cid] != 0) {
         characters[0] = font->cid_to_ucs[cid];
         count = 1;

@@ -9,8 +9,11 @@
 #include "Support/TemporaryFolder.h"
 #include "Support/ZipBuilder.h"
 
+#include <chrono>
+#include <fstream>
 #include <gmock/gmock.h>
 #include <random>
+#include <sys/resource.h>
 
 using namespace nolfa;
 using namespace nolfa::testing;
@@ -18,9 +21,56 @@ using enum DocumentFormat;
 namespace fs = std::filesystem;
 using ::testing::IsEmpty;
 
+/// AddressSanitizer's; keeps nothing back of what was freed. Absent in other builds.
+extern "C" [[gnu::weak]] void __sanitizer_purge_allocator();
+
 namespace {
 
 constexpr const char *sheetPath = "xl/worksheets/sheet1.xml";
+
+/// Watches over what one package may take: 10 seconds, and 512 MB in this process, inputs and all that stood before
+/// included, or in any child.
+class Bounds {
+public:
+    Bounds()
+    {
+        if (__sanitizer_purge_allocator != nullptr)
+            __sanitizer_purge_allocator();
+        // From now on the peak is counted anew; where the system doesn't offer that, it is that of the whole process.
+        std::ofstream("/proc/self/clear_refs") << "5";
+    }
+    Bounds(const Bounds &) = delete;
+    Bounds &operator=(const Bounds &) = delete;
+    ~Bounds()
+    {
+        EXPECT_LT(std::chrono::steady_clock::now() - m_start, std::chrono::seconds(10));
+        EXPECT_LE(ownPeak(), mostMemory);
+        rusage children{};
+        EXPECT_EQ(::getrusage(RUSAGE_CHILDREN, &children), 0);
+        EXPECT_LE(children.ru_maxrss, mostMemory);
+    }
+
+private:
+    // In KB. ThreadSanitizer keeps a history of every word in use, several times its size.
+#ifdef __SANITIZE_THREAD__
+    static constexpr long mostMemory = 4L << 20U;
+#else
+    static constexpr long mostMemory = 512L << 10U;
+#endif
+
+    static long ownPeak()
+    {
+        std::ifstream status("/proc/self/status");
+        for (std::string line; std::getline(status, line);) {
+            if (line.starts_with("VmHWM:"))
+                return std::stol(line.substr(line.find_first_of("0123456789")));
+        }
+        ADD_FAILURE() << "no peak to be read";
+        return 0;
+    }
+
+    std::chrono::steady_clock::time_point m_start = std::chrono::steady_clock::now();
+};
 
 class HostilePackageTest : public ::testing::Test {
 protected:
@@ -29,6 +79,7 @@ protected:
     {
         const fs::path output = folder / "out.md";
         fs::remove(output);
+        const Bounds bounds;
         try {
             converter.convert(input, output, {source, markdown}, {});
         } catch (const ConversionError &error) {
@@ -97,14 +148,46 @@ TEST_F(HostilePackageTest, targetsThatLeadOutsideAreNotRead)
         "");
 }
 
+TEST_F(HostilePackageTest, namesThatEscapeAreRefusedAndWriteNothing)
+{
+    const std::string sheet = sheetOf("<row><c><v>1</v></c></row>");
+    const std::string absolute = (folder / "evil.xml").string();
+    const std::vector<std::string> names{"../evil.xml", "xl/../../evil.xml", absolute, " " + absolute};
+    for (const std::string &name : names) {
+        EXPECT_EQ(workbook(ZipBuilder().add(sheetPath, sheet).add(name, "evil")), std::nullopt) << name;
+        EXPECT_EQ(deck(ZipBuilder().add(name, "evil").add(sheetPath, sheet)), std::nullopt) << name;
+    }
+    EXPECT_THAT(folder.names(), ::testing::UnorderedElementsAre("in.xlsx", "in.pptx"));
+}
+
 TEST_F(HostilePackageTest, aPartOfAGigabyteOfSpacesIsRefused)
 {
-    // Deflated by zip from a sparse stream; a megabyte on the disc.
-    const std::string script
-        = "mkdir -p xl/worksheets && head -c 1073741824 /dev/zero | tr '\\0' ' ' > xl/worksheets/sheet1.xml "
-          "&& zip -q -1 -r spaces.xlsx xl && rm -r xl";
+    // Deflated by zip from a stream; a megabyte on the disc.
+    const std::string script = "head -c 1073741824 /dev/zero | tr '\\0' ' ' | zip -q -1 spaces.xlsx -";
     ASSERT_EQ(runProgram("/bin/sh", {"-c", script}, {}, folder.path()).status, 0);
     EXPECT_EQ(workbook(folder / "spaces.xlsx"), std::nullopt);
+
+    // The same, but it says in its directory that it holds ten bytes.
+    std::string liar = contentOf(folder / "spaces.xlsx");
+    constexpr std::size_t claimedSize = 24;
+    const std::size_t entry = liar.rfind("PK\x01\x02");
+    ASSERT_NE(entry, std::string::npos);
+    liar.replace(entry + claimedSize, 4, std::string("\x0A\0\0\0", 4));
+    EXPECT_EQ(workbook(folder.write("liar.xlsx", liar)), std::nullopt);
+}
+
+TEST_F(HostilePackageTest, archivesThatWouldFillTheDiscAreRefused)
+{
+    const std::string deflatedNothing("\x03\0", 2);
+    EXPECT_EQ(workbook(ZipBuilder().addDeflated(sheetPath, deflatedNothing, 0, 0xF0000000U)), std::nullopt)
+        << "its size";
+    EXPECT_EQ(workbook(ZipBuilder().addDeflated(sheetPath, deflatedNothing, 0, 200U << 20U)), std::nullopt)
+        << "its ratio";
+    ZipBuilder crowd;
+    for (int entry = 0; entry <= 100'000; ++entry)
+        crowd.add("xl/" + std::to_string(entry), "");
+    EXPECT_EQ(workbook(crowd), std::nullopt) << "its entries";
+    EXPECT_EQ(deck(crowd), std::nullopt);
 }
 
 TEST_F(HostilePackageTest, depthIsNoDanger)

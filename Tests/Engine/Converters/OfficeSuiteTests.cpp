@@ -14,11 +14,34 @@ namespace fs = std::filesystem;
 
 namespace {
 
+fs::path source(std::string_view name)
+{
+    return fs::path(NOLFA_SOURCE) / "Tests/Fixtures/sources" / name;
+}
+
 class OfficeSuiteTest : public ::testing::Test {
 protected:
     std::string markdownOf(const fs::path &document)
     {
         return contentOf(service.convert(document, markdown, folder.path(), {}));
+    }
+
+    /// Puts a deck's slides into another order, as a user does by dragging: the parts keep their names.
+    void reorderSlides(const fs::path &deck, const std::vector<std::string> &ids)
+    {
+        std::string presentation = partOf(deck, "ppt/presentation.xml");
+        const std::size_t start = presentation.find("<p:sldIdLst>");
+        const std::size_t end = presentation.find("</p:sldIdLst>");
+        ASSERT_LT(start, end);
+        ASSERT_NE(end, std::string::npos);
+        std::string list = "<p:sldIdLst>";
+        for (const std::string &id : ids)
+            list += "<p:sldId id=\"" + std::to_string(256 + list.size()) + "\" r:id=\"" + id + "\"/>";
+        presentation.replace(start, end - start, list);
+        folder.write("reordered/ppt/presentation.xml", presentation);
+        const ProcessResult zipped
+            = runProgram("/usr/bin/zip", {"-q", deck, "ppt/presentation.xml"}, {}, folder / "reordered");
+        ASSERT_EQ(zipped.status, 0) << zipped.stdout << zipped.stderr;
     }
 
     TemporaryFolder folder;
@@ -29,8 +52,7 @@ protected:
 
 TEST_F(OfficeSuiteTest, aWorkbookWithDatesFormulasAndMergedCellsIsRead)
 {
-    const fs::path source = fs::path(NOLFA_SOURCE) / "Tests/Fixtures/sources/book.fods";
-    EXPECT_EQ(markdownOf(officeDocument(folder.path(), source, "xlsx")),
+    EXPECT_EQ(markdownOf(officeDocument(folder.path(), source("book.fods"), "xlsx")),
         "## Été & hiver\n\n"
         "| Région | Ventes | Le | Vrai |\n"
         "| --- | --- | --- | --- |\n"
@@ -72,6 +94,43 @@ TEST_F(OfficeSuiteTest, aDeckWithNotesAndATableIsRead)
     for (const char *line :
         {"- Première\n", "- un œuf\n", "- deux\n", "> Dire bonjour.", "## Slide 2\n\n- Deuxième\n", "- 1\n"})
         EXPECT_THAT(again, ::testing::HasSubstr(line));
+}
+
+TEST_F(OfficeSuiteTest, aChartLeavesTheCellsOfAWorkbookUnharmed)
+{
+    const fs::path workbook = officeDocument(folder.path(), source("chart.fods"), "xlsx");
+    EXPECT_THAT(partOf(workbook, "xl/charts/chart1.xml"),
+        ::testing::AllOf(::testing::HasSubstr("Nord"), ::testing::HasSubstr("Titre du dessin")));
+    EXPECT_EQ(markdownOf(workbook),
+        "## Relevé\n\n"
+        "| Région | Ventes |\n| --- | --- |\n| Nord | 1200 |\n| Sud | 980.25 |\n\n"
+        "## Suite\n\n"
+        "| « œuvre » | 1201 |\n| --- | --- |\n\n");
+}
+
+TEST_F(OfficeSuiteTest, aReorderedDeckIsReadInTheOrderOfThePresentation)
+{
+    const fs::path deck = officeDocument(folder.path(), source("deck.fodp"), "pptx");
+    EXPECT_THAT(partsOf(deck),
+        ::testing::IsSupersetOf({"ppt/charts/chart1.xml", "ppt/notesSlides/notesSlide1.xml", "ppt/slides/slide3.xml"}));
+    // The other program names the slides' relationships after the masters'.
+    reorderSlides(deck, {"rId6", "rId4", "rId5"});
+    const std::string relationships = partOf(deck, "ppt/_rels/presentation.xml.rels");
+    for (const auto &[id, part] : {std::pair("rId6", 3), std::pair("rId4", 1), std::pair("rId5", 2)}) {
+        const std::size_t element = relationships.find("Id=\"" + std::string(id) + "\"");
+        ASSERT_NE(element, std::string::npos);
+        EXPECT_THAT(relationships.substr(element, relationships.find("/>", element) - element),
+            ::testing::HasSubstr("slides/slide" + std::to_string(part) + ".xml"))
+            << "the order disagrees with the numbers";
+    }
+    EXPECT_EQ(markdownOf(deck),
+        "## Slide 1\n\n- La courbe\n\n"
+        "## Slide 2\n\n- L’été à Liège\n- Un cœur\n- « œuvre »\n\n> Saluer la salle. Puis s’asseoir.\n\n"
+        "## Slide 3\n\n- Région\n- Ventes\n- Nord\n- 1 200\n\n");
+    // Opened there and written anew, the slides are numbered in this order.
+    const std::string again = markdownOf(officeDocument(folder / "again", deck, "pptx"));
+    EXPECT_THAT(again, ::testing::StartsWith("## Slide 1\n\n- La courbe\n\n## Slide 2\n\n- L’été à Liège\n"));
+    EXPECT_THAT(again, ::testing::HasSubstr("> Saluer la salle. Puis s’asseoir."));
 }
 
 TEST_F(OfficeSuiteTest, whatGoesThroughTheHubOpensThere)

@@ -1,6 +1,4 @@
-// The module NolfaPictures: pictures by way of Qt, which needs no application object for this.
-
-#include "Platform/PictureSource.h"
+#include "Platform/Qt/PictureDecoder.h"
 
 #include <QIODevice>
 #include <QImage>
@@ -181,14 +179,11 @@ bool prepare()
 
 } // namespace
 
-} // namespace nolfa
-
-extern "C" __attribute__((visibility("default"))) nolfa::PictureSource *nolfaOpenPicture(
-    std::string_view bytes, const std::stop_token &stop);
-
-nolfa::PictureSource *nolfaOpenPicture(std::string_view bytes, const std::stop_token &stop)
+PictureSource *PictureDecoder::open(std::string_view bytes, const std::stop_token &stop)
 {
-    [[maybe_unused]] static const bool isReady = nolfa::prepare();
-    auto source = std::make_unique<nolfa::QtPictureSource>(bytes, stop);
+    [[maybe_unused]] static const bool isReady = prepare();
+    auto source = std::make_unique<QtPictureSource>(bytes, stop);
     return source->isPicture() ? source.release() : nullptr;
 }
+
+} // namespace nolfa

@@ -1,12 +1,13 @@
-// The module NolfaTextRecognition: text recognition by way of Tesseract.
+// The module NolfaKitTesseract: text recognition by way of Tesseract.
 
 #include "Platform/CancellationError.h"
 #include "Platform/PlatformError.h"
+#include "Platform/Tesseract/TextPicture.h"
 #include "Platform/TextLineReader.h"
 
 #include <algorithm>
-#include <leptonica/allheaders.h>
 #include <memory>
+#include <mutex>
 #include <tesseract/baseapi.h>
 #include <tesseract/ocrclass.h>
 #include <tesseract/resultiterator.h>
@@ -18,64 +19,8 @@ namespace nolfa {
 
 namespace {
 
-struct PixDestroyer {
-    void operator()(Pix *picture) const { pixDestroy(&picture); }
-};
-using PixHandle = std::unique_ptr<Pix, PixDestroyer>;
-
 /// What Tesseract takes for a resolution when the picture tells none: that of a page rendered for recognition.
 constexpr int assumedDotsPerInch = 216;
-
-constexpr unsigned int white = 255;
-
-/// Luma of a pixel on white paper, by the weights of ITU-R BT.601 in 256ths.
-template <Bitmap::Layout layout> unsigned int grey(const std::uint8_t *pixel)
-{
-    if constexpr (layout == Bitmap::Layout::grey)
-        return *pixel;
-    constexpr unsigned int red = 77;
-    constexpr unsigned int green = 150;
-    constexpr unsigned int blue = 29;
-    const unsigned int luma = (red * pixel[0] + green * pixel[1] + blue * pixel[2]) >> 8U;
-    if constexpr (layout == Bitmap::Layout::rgb)
-        return luma;
-    const unsigned int alpha = pixel[3];
-    return (luma * alpha + white * (white - alpha)) / white;
-}
-
-/// Straight into Leptonica's layout: four pixels a word, the first in its highest byte.
-template <Bitmap::Layout layout> void copyRow(const std::uint8_t *from, int width, l_uint32 *to)
-{
-    constexpr int pixelsPerWord = 4;
-    constexpr auto channels = static_cast<std::ptrdiff_t>(layout);
-    for (int column = 0; column < width; column += pixelsPerWord) {
-        l_uint32 word = 0;
-        for (int index = 0; index < pixelsPerWord; ++index) {
-            const bool isInside = column + index < width;
-            word = word << 8U | (isInside ? grey<layout>(from) : white);
-            from += isInside ? channels : 0;
-        }
-        *to++ = word;
-    }
-}
-
-/// Grey is all that recognition looks at, and a quarter of what colours would take.
-PixHandle greyPicture(const Bitmap &image)
-{
-    constexpr int depth = 8;
-    PixHandle picture(pixCreateNoInit(image.width, image.height, depth));
-    if (!picture)
-        throw PlatformError("no memory for the picture");
-    const auto copy = image.layout == Bitmap::Layout::grey ? copyRow<Bitmap::Layout::grey>
-        : image.layout == Bitmap::Layout::rgb              ? copyRow<Bitmap::Layout::rgb>
-                                                           : copyRow<Bitmap::Layout::rgba>;
-    const l_int32 wordsPerRow = pixGetWpl(picture.get());
-    for (int row = 0; row < image.height; ++row) {
-        copy(image.pixels.data() + static_cast<std::size_t>(row) * image.bytesPerRow(), image.width,
-            pixGetData(picture.get()) + static_cast<std::ptrdiff_t>(row) * wordsPerRow);
-    }
-    return picture;
-}
 
 /// Watches one reading.
 class Monitor {
@@ -128,9 +73,13 @@ class TesseractReader : public TextLineReader {
 public:
     TesseractReader(const char *folder, const char *languages)
     {
+        // Parameters of the whole library, and what it reads at its start, are shared by all engines.
+        static std::mutex starting;
+        const std::scoped_lock lock(starting);
+        setMsgSeverity(L_SEVERITY_NONE);
+        m_api.SetVariable("debug_file", "/dev/null");
         if (m_api.Init(folder, languages, tesseract::OEM_LSTM_ONLY) != 0)
             throw PlatformError(std::string("text recognition can't start for ") + languages + " in " + folder);
-        m_api.SetVariable("debug_file", "/dev/null");
         m_api.SetPageSegMode(tesseract::PSM_AUTO);
     }
 
@@ -140,7 +89,7 @@ public:
         // Its inner threads make a page five times as dear. The setting belongs to the thread that recognises.
         omp_set_max_active_levels(0);
         Monitor monitor(deadline, stop);
-        const PixHandle picture = greyPicture(image);
+        const PixHandle picture = TextPicture::make(image);
         monitor.throwIfOver();
         m_api.SetImage(picture.get());
         m_api.SetSourceResolution(assumedDotsPerInch);
@@ -149,11 +98,11 @@ public:
         monitor.throwIfOver();
         if (result != 0)
             throw PlatformError("text recognition failed");
-        return lines(image);
+        return lines(*picture);
     }
 
 private:
-    [[nodiscard]] std::vector<RecognizedLine> lines(const Bitmap &image)
+    [[nodiscard]] std::vector<RecognizedLine> lines(Pix &picture)
     {
         constexpr auto level = tesseract::RIL_TEXTLINE;
         std::vector<RecognizedLine> result;
@@ -172,8 +121,8 @@ private:
             // The end of the line is no part of it.
             while (!line.empty() && line.back() == '\n')
                 line.pop_back();
-            const double width = image.width;
-            const double height = image.height;
+            const double width = pixGetWidth(&picture);
+            const double height = pixGetHeight(&picture);
             const Rectangle box{
                 left / width, (height - bottom) / height, (right - left) / width, (bottom - top) / height};
             constexpr float percent = 100;
