@@ -36,7 +36,10 @@ static char *concatenate(const char *before, const char *middle, const char *aft
     return text;
 }
 
-static char *join(const char *before, const char *after) { return concatenate(before, root, after); }
+static char *join(const char *before, const char *after)
+{
+    return concatenate(before, root, after);
+}
 
 int main(int argc, char **argv)
 {
