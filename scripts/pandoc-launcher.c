@@ -26,14 +26,19 @@ static int findRoot(void)
     return 0;
 }
 
-static char *join(const char *before, const char *after)
+static char *concatenate(const char *before, const char *middle, const char *after)
 {
-    size_t size = strlen(before) + strlen(root) + strlen(after) + 1;
+    size_t size = strlen(before) + strlen(middle) + strlen(after) + 1;
     char *text = malloc(size);
     if (!text)
         exit(cannotStart);
-    snprintf(text, size, "%s%s%s", before, root, after);
+    snprintf(text, size, "%s%s%s", before, middle, after);
     return text;
+}
+
+static char *join(const char *before, const char *after)
+{
+    return concatenate(before, root, after);
 }
 
 int main(int argc, char **argv)
@@ -42,9 +47,11 @@ int main(int argc, char **argv)
         perror("pandoc");
         return cannotStart;
     }
-    /* Without these two a machine's own data files, or the user's, would be mixed in. */
+    /* Without these two a machine's own data files, or the user's, would be mixed in. Who starts us may put files
+     * of its own before ours. */
     setenv("pandoc_datadir", join("", "/share/pandoc"), 1);
-    char *data = join("--data-dir=", "/share/pandoc/data");
+    const char *chosen = getenv("NOLFA_PANDOC_DATA");
+    char *data = chosen ? concatenate("--data-dir=", chosen, "") : join("--data-dir=", "/share/pandoc/data");
     /* Names of files are bytes to us; in a locale without UTF-8 pandoc would not find one with an accent. */
     setenv("LC_ALL", "C.UTF-8", 1);
     /* Meant for the program that starts us, built for another C library. */

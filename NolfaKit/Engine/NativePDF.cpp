@@ -50,7 +50,7 @@ void NativePDF::render(std::string_view html, const std::filesystem::path &outpu
                                .pictures = printable.pictures,
                                .page = {static_cast<double>(paper.width), static_cast<double>(paper.height)},
                                .margin = margin,
-                               .fonts = Bundle::main().root() / "Fonts",
+                               .fonts = {Bundle::main().root() / "Fonts", Bundle::main().root() / "Italics"},
                                .output = interim.path},
             stop);
         throwIfStopped(stop);

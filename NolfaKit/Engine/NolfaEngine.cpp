@@ -1,8 +1,11 @@
 #include "Engine/NolfaEngine.h"
 
 #include "Engine/Converters/ChainedConverter.h"
+#include "Engine/Converters/DocxToPDFConverter.h"
 #include "Engine/Converters/ImageToMarkdownConverter.h"
 #include "Engine/Converters/ImageToPDFConverter.h"
+#include "Engine/Converters/MarkdownToPDFConverter.h"
+#include "Engine/Converters/PDFToDocxConverter.h"
 #include "Engine/Converters/PDFToMarkdownConverter.h"
 #include "Engine/Converters/PPTXToMarkdownConverter.h"
 #include "Engine/Converters/PandocConverter.h"
@@ -32,7 +35,11 @@ ConversionService NolfaEngine::makeService(const Bundle &bundle)
     if (const std::optional<PandocRunner> runner = PandocRunner::resolve(bundle)) {
         const auto pandoc = std::make_shared<const PandocConverter>(
             *runner, bundle.resource("reference", "docx"), bundle.resource("reference", "pptx"));
-        converters.push_back(pandoc);
+        const auto print = std::make_shared<const MarkdownToPDFConverter>(*runner, std::nullopt, bundle);
+        converters.insert(converters.end(),
+            {pandoc, print, std::make_shared<const DocxToPDFConverter>(*runner),
+                std::make_shared<const PDFToDocxConverter>(portable, pandoc)});
+        addChain(xlsx, pdf, workbook, print);
         addChain(pdf, pptx, portable, pandoc);
         addChain(docx, pptx, pandoc, pandoc);
         addChain(docx, xlsx, pandoc, workbook);

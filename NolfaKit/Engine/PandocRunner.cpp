@@ -10,12 +10,6 @@
 
 namespace nolfa {
 
-namespace {
-
-constexpr double timeLimit = 120;
-
-} // namespace
-
 std::span<const std::filesystem::path> PandocRunner::systemPlaces()
 {
     static const std::array<std::filesystem::path, 3> places{
@@ -38,10 +32,16 @@ std::optional<PandocRunner> PandocRunner::resolve(const Bundle &bundle, std::spa
 }
 
 std::string PandocRunner::run(const std::vector<std::string> &arguments, std::optional<std::string_view> stdin,
-    const std::stop_token &stop, const std::optional<std::filesystem::path> &currentDirectory) const
+    const std::stop_token &stop, const std::optional<std::filesystem::path> &currentDirectory,
+    const std::vector<std::string> &environment) const
 {
     ProcessResult result = ProcessRunner::run(binaryURL, arguments,
-        {.stdin = stdin, .currentDirectory = currentDirectory, .timeout = timeLimit, .label = "pandoc"}, stop);
+        {.stdin = stdin,
+            .currentDirectory = currentDirectory,
+            .environment = environment,
+            .timeout = timeLimit,
+            .label = "pandoc"},
+        stop);
     if (result.status == 0)
         return std::move(result.stdout);
     const std::string_view text = Unicode::isValidUTF8(result.stderr) ? result.stderr : std::string_view();

@@ -19,11 +19,20 @@ namespace {
 
 /// Deeper elements lose their tags, not their text.
 constexpr std::size_t deepestElement = 48;
+/// Each of them moves its text to the right.
+constexpr int deepestIndent = 8;
 /// A table within a table costs the layout several times as much as one beside it.
 constexpr int deepestTable = 3;
+/// Cells beyond it run into the last one; the layout's work grows with the square of a row's width.
+constexpr int mostCells = 1000;
+/// A cell that claims more than three digits' worth of columns or rows gets one.
+constexpr std::size_t longestSpan = 3;
+/// Bytes without a blank after which a line may break: the search for a break is quadratic otherwise.
+constexpr std::size_t longestWord = 400;
 
 constexpr std::array<std::string_view, 14> voidElements{
     "area", "base", "br", "col", "embed", "hr", "img", "input", "link", "meta", "param", "source", "track", "wbr"};
+constexpr std::array<std::string_view, 4> indenting{"blockquote", "dd", "ol", "ul"};
 constexpr std::array<std::string_view, 9> tableParts{
     "caption", "colgroup", "col", "thead", "tbody", "tfoot", "tr", "td", "th"};
 /// An element of these ends where the next of its name begins.
@@ -127,11 +136,33 @@ private:
         for (;;) {
             const std::size_t sign
                 = std::min({text.find(HTMLPrinter::markerStart), text.find(HTMLPrinter::markerEnd), text.size()});
-            m_result.html += text.substr(0, sign);
+            addWords(text.substr(0, sign));
             if (sign == text.size())
                 return;
             text.remove_prefix(sign + HTMLPrinter::markerStart.size());
         }
+    }
+
+    /// Gives what is far too long for a line places to break at.
+    void addWords(std::string_view text)
+    {
+        while (text.size() > longestWord) {
+            const std::size_t blank = text.find_last_of(" \n\t", longestWord);
+            std::size_t length = blank == std::string_view::npos ? longestWord : blank + 1;
+            // Not within a character or an entity.
+            while (blank == std::string_view::npos && length > 1
+                && (static_cast<unsigned char>(text[length]) & 0xC0U) == 0x80U)
+                --length;
+            const std::size_t entity = text.substr(0, length).rfind('&');
+            if (blank == std::string_view::npos && entity != std::string_view::npos && entity > 0
+                && text.substr(entity, length - entity).find(';') == std::string_view::npos && length - entity < 10)
+                length = entity;
+            m_result.html += text.substr(0, length);
+            if (blank == std::string_view::npos)
+                m_result.html += "\u200B";
+            text.remove_prefix(length);
+        }
+        m_result.html += text;
     }
 
     void open(const HTMLToken &token)
@@ -154,17 +185,23 @@ private:
     {
         if (!m_open.empty() && m_open.back().name == token.name && isOneOf(selfEnding, token.name))
             close(token.name);
+        if (token.name == "tr" || token.name == "table")
+            m_cells = 0;
+        if (token.name == "td" || token.name == "th")
+            ++m_cells;
         Element element{token.name, {}, {}, {}};
-        if (m_kept < deepestElement && isWithinTables(token.name)) {
+        if (m_kept < deepestElement && isWithinTables(token.name) && isWithinIndents(token.name)) {
             element.written = token.source;
             ++m_kept;
-            m_result.html += token.source;
+            m_result.html += hasBoundedSpans(token) ? std::string(token.source) : "<" + token.name + ">";
             // A layout that knows no strikethrough by this name still takes the style that it has.
             if (token.name == "del")
                 m_result.html += "<s>";
         }
         if (token.name == "table")
             ++m_tables;
+        if (isOneOf(indenting, token.name))
+            ++m_indents;
         if (token.name == "ol")
             beginList(token, element);
         if (token.name == "li")
@@ -173,11 +210,25 @@ private:
         m_open.push_back(std::move(element));
     }
 
+    static bool hasBoundedSpans(const HTMLToken &token)
+    {
+        return (token.name != "td" && token.name != "th")
+            || (token.attribute("colspan").value_or("").size() <= longestSpan
+                && token.attribute("rowspan").value_or("").size() <= longestSpan);
+    }
+
     [[nodiscard]] bool isWithinTables(std::string_view name) const
     {
         if (name == "table")
             return m_tables < deepestTable;
+        if ((name == "td" || name == "th") && m_cells > mostCells)
+            return false;
         return m_tables <= deepestTable || !isOneOf(tableParts, name);
+    }
+
+    [[nodiscard]] bool isWithinIndents(std::string_view name) const
+    {
+        return m_indents < deepestIndent || !isOneOf(indenting, name);
     }
 
     void close(const std::string &name)
@@ -203,6 +254,8 @@ private:
         }
         if (element.name == "table")
             --m_tables;
+        if (isOneOf(indenting, element.name))
+            --m_indents;
         if (element.name == "li")
             m_marker.clear();
         --m_counts[element.name];
@@ -290,6 +343,8 @@ private:
     std::map<std::string, std::size_t> m_counts; ///< of the open elements, by name
     std::size_t m_kept = 0;
     int m_tables = 0;
+    int m_indents = 0;
+    int m_cells = 0; ///< in the row that is open
     std::string m_marker; ///< waits for the text of its item
     std::map<std::string, std::string> m_known; ///< picture names by their source
 };

@@ -15,7 +15,7 @@ ProcessRun limitedRun(const std::filesystem::path &executable, const std::vector
     const std::string limit = std::to_string(largestFile);
     std::vector<std::string> words{"--fsize=" + limit + ":" + limit, executable};
     words.insert(words.end(), arguments.begin(), arguments.end());
-    return {"/usr/bin/prlimit", words, options.stdin, options.currentDirectory,
+    return {"/usr/bin/prlimit", words, options.stdin, options.currentDirectory, options.environment,
         std::chrono::duration<double>(options.timeout)};
 }
 
@@ -24,8 +24,8 @@ ProcessRun startRun(const std::filesystem::path &executable, const std::vector<s
 {
     if (options.largestFile)
         return limitedRun(executable, arguments, options, *options.largestFile);
-    return {
-        executable, arguments, options.stdin, options.currentDirectory, std::chrono::duration<double>(options.timeout)};
+    return {executable, arguments, options.stdin, options.currentDirectory, options.environment,
+        std::chrono::duration<double>(options.timeout)};
 }
 
 } // namespace

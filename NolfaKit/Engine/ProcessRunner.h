@@ -24,6 +24,8 @@ namespace ProcessRunner {
 struct Options {
     std::optional<std::string_view> stdin = std::nullopt; ///< absent: the child inherits ours
     std::optional<std::filesystem::path> currentDirectory = std::nullopt;
+    /// "NAME=value" each; stand before what the child inherits of our own.
+    std::vector<std::string> environment = {};
     double timeout; ///< seconds, counted from the moment when the input was taken
     std::string label = {}; ///< the name of the step in ConversionError::timedOut
     /// Bytes; a child that makes a larger file is killed by SIGXFSZ. Absent: no limit.

@@ -2,6 +2,7 @@
 
 #include "Platform/PlatformError.h"
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
 #include <csignal>
@@ -96,6 +97,27 @@ std::vector<char *> argumentVector(const std::filesystem::path &executable, cons
     return result;
 }
 
+bool isSetAnew(std::string_view variable, const std::vector<std::string> &environment)
+{
+    return std::ranges::any_of(environment, [variable](const std::string &own) {
+        return variable.starts_with(std::string_view(own).substr(0, own.find('=') + 1));
+    });
+}
+
+/// What the child is to see of our environment, with the variables given in the place of ours.
+std::vector<char *> environmentVector(const std::vector<std::string> &environment)
+{
+    std::vector<char *> result;
+    for (const std::string &variable : environment)
+        result.push_back(const_cast<char *>(variable.c_str()));
+    for (char **variable = environ; variable != nullptr && *variable != nullptr; ++variable) {
+        if (!isSetAnew(*variable, environment))
+            result.push_back(*variable);
+    }
+    result.push_back(nullptr);
+    return result;
+}
+
 void waitFor(pid_t pid, siginfo_t &end)
 {
     while (::waitid(P_PID, static_cast<id_t>(pid), &end, WEXITED) < 0 && errno == EINTR) { }
@@ -104,7 +126,8 @@ void waitFor(pid_t pid, siginfo_t &end)
 } // namespace
 
 ChildProcess ChildProcess::start(const std::filesystem::path &executable, const std::vector<std::string> &arguments,
-    const std::optional<std::filesystem::path> &currentDirectory, Input input)
+    const std::optional<std::filesystem::path> &currentDirectory, const std::vector<std::string> &environment,
+    Input input)
 {
     PipeEnds in;
     if (input == Input::piped)
@@ -122,9 +145,10 @@ ChildProcess ChildProcess::start(const std::filesystem::path &executable, const 
     actions.closeFrom(STDERR_FILENO + 1);
     const Attributes attributes;
     const std::vector<char *> vector = argumentVector(executable, arguments);
+    const std::vector<char *> variables = environmentVector(environment);
 
     pid_t pid = 0;
-    require(::posix_spawn(&pid, executable.c_str(), actions.get(), attributes.get(), vector.data(), environ));
+    require(::posix_spawn(&pid, executable.c_str(), actions.get(), attributes.get(), vector.data(), variables.data()));
 
     FileDescriptor end(static_cast<int>(::syscall(SYS_pidfd_open, pid, 0)));
     const int openError = end.isOpen() ? 0 : errno;

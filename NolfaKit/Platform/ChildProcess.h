@@ -20,10 +20,11 @@ public:
     enum class Input { inherited, piped };
 
     /// @param executable  absolute path; the PATH isn't searched
+    /// @param environment  "NAME=value" each; stand before what is inherited
     /// @throws PlatformError with the system's description when it can't be started.
     [[nodiscard]] static ChildProcess start(const std::filesystem::path &executable,
         const std::vector<std::string> &arguments, const std::optional<std::filesystem::path> &currentDirectory,
-        Input input);
+        const std::vector<std::string> &environment, Input input);
 
     ChildProcess(ChildProcess &&other) noexcept;
     ChildProcess &operator=(ChildProcess &&) = delete;

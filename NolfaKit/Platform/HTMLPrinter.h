@@ -25,7 +25,7 @@ struct Job {
     const std::vector<std::string> &pictures; ///< encoded files: PNG, JPEG, and so on
     Size page; ///< points
     double margin = 0; ///< points, on all four sides
-    std::filesystem::path fonts; ///< a folder of fonts to use before those of the machine
+    std::vector<std::filesystem::path> fonts; ///< folders of fonts to use before those of the machine
     std::filesystem::path output; ///< is written over; a failure may leave it half-written
 };
 

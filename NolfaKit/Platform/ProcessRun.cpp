@@ -54,11 +54,11 @@ bool isPassing(int errorNumber)
 
 ProcessRun::ProcessRun(const std::filesystem::path &executable, const std::vector<std::string> &arguments,
     std::optional<std::string_view> input, const std::optional<std::filesystem::path> &currentDirectory,
-    std::chrono::duration<double> limit)
+    const std::vector<std::string> &environment, std::chrono::duration<double> limit)
     : m_input(input.value_or(std::string_view()))
     , m_limit(limit)
-    , m_child(ChildProcess::start(
-          executable, arguments, currentDirectory, input ? ChildProcess::Input::piped : ChildProcess::Input::inherited))
+    , m_child(ChildProcess::start(executable, arguments, currentDirectory, environment,
+          input ? ChildProcess::Input::piped : ChildProcess::Input::inherited))
 {
     if (m_input.empty())
         m_child.input.reset();

@@ -19,11 +19,12 @@ public:
     };
 
     /// @param input  what to feed to standard input; must outlive the run. Absent: the child inherits ours
+    /// @param environment  "NAME=value" each, before what is inherited
     /// @param limit  counts from the moment when all the input was taken, or refused
     /// @throws PlatformError when the child can't be started
     ProcessRun(const std::filesystem::path &executable, const std::vector<std::string> &arguments,
         std::optional<std::string_view> input, const std::optional<std::filesystem::path> &currentDirectory,
-        std::chrono::duration<double> limit);
+        const std::vector<std::string> &environment, std::chrono::duration<double> limit);
 
     /// Blocks. A child that is stopped is asked to end, with its whole group, and left to the ProcessReaper; the
     /// caller is kept at most a few milliseconds for a child that obeys at once, so that as a rule nothing writes

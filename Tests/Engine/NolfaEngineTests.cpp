@@ -16,9 +16,10 @@ using ::testing::HasSubstr;
 TEST(NolfaEngine, offersTheRoutesWhoseConvertersStand)
 {
     const ConversionService service = NolfaEngine::makeService(Bundle::main());
-    EXPECT_THAT(service.supportedTargets(markdown), ElementsAre(docx, pptx, xlsx));
-    EXPECT_THAT(service.supportedTargets(docx), ElementsAre(markdown, pptx, xlsx));
-    EXPECT_THAT(service.supportedTargets(xlsx), ElementsAre(markdown, docx));
+    EXPECT_THAT(service.supportedTargets(markdown), ElementsAre(docx, pdf, pptx, xlsx));
+    EXPECT_THAT(service.supportedTargets(docx), ElementsAre(markdown, pdf, pptx, xlsx));
+    EXPECT_THAT(service.supportedTargets(xlsx), ElementsAre(markdown, docx, pdf));
+    EXPECT_THAT(service.supportedTargets(pdf), ElementsAre(markdown, docx, pptx, xlsx));
     EXPECT_THAT(service.supportedTargets(pptx), ElementsAre(markdown, docx));
 }
 

@@ -9,6 +9,9 @@
 #include <QPageSize>
 #include <QPainter>
 #include <QPdfWriter>
+#include <QThread>
+#include <exception>
+#include <memory>
 
 namespace nolfa {
 
@@ -51,13 +54,10 @@ void requireWhole(const std::filesystem::path &output)
         throw PlatformError("the file couldn't be written whole");
 }
 
-} // namespace
-
-void PagePrinter::print(const HTMLPrinter::Job &job, const std::stop_token &stop)
+void printHere(const HTMLPrinter::Job &job, const std::stop_token &stop)
 {
-    QtRuntime::ensure();
-    QtRuntime::addFonts(job.fonts);
-    throwIfStopped(stop);
+    if (!QFile(QString::fromStdString(job.output.string())).open(QIODevice::WriteOnly))
+        throw PlatformError("the file can't be written to");
     {
         QPdfWriter writer(QString::fromStdString(job.output.string()));
         prepare(writer, job.page);
@@ -65,6 +65,29 @@ void PagePrinter::print(const HTMLPrinter::Job &job, const std::stop_token &stop
         drawPages(writer, document, stop);
     }
     requireWhole(job.output);
+}
+
+} // namespace
+
+void PagePrinter::print(const HTMLPrinter::Job &job, const std::stop_token &stop)
+{
+    QtRuntime::ensure();
+    for (const std::filesystem::path &folder : job.fonts)
+        QtRuntime::addFonts(folder);
+    throwIfStopped(stop);
+    // A layout starts timers, which only threads of Qt's own can.
+    std::exception_ptr failure;
+    const std::unique_ptr<QThread> thread(QThread::create([&] {
+        try {
+            printHere(job, stop);
+        } catch (...) {
+            failure = std::current_exception();
+        }
+    }));
+    thread->start();
+    thread->wait();
+    if (failure)
+        std::rethrow_exception(failure);
 }
 
 } // namespace nolfa

@@ -4,9 +4,13 @@
 #include "Platform/Qt/PrintPictures.h"
 
 #include <QTextDocument>
+#include <map>
 
 class QPainter;
 class QPaintDevice;
+class QTextBlock;
+class QTextFrame;
+class QTextTable;
 
 namespace nolfa {
 
@@ -30,10 +34,18 @@ private:
     };
 
     void keepHeadingsWithText();
+    [[nodiscard]] int pageAt(double y) const;
+    [[nodiscard]] double firstLineOf(const QTextBlock &block) const;
+    void findOpenRows(const QTextFrame &frame);
+    void findOpenRow(const QTextTable &table, int row);
+    [[nodiscard]] double topOf(const QTextTable &table, int row) const;
+    [[nodiscard]] double bottomOf(const QTextTable &table, int row) const;
 
     PrintPictures m_pictures;
     ClosedDocument m_document;
+    double m_unitsAPixel; ///< device units a CSS pixel
     QSizeF m_page; ///< device units
+    std::map<int, QRectF> m_feet; ///< the line that closes a table before a page's foot, by page
 };
 
 } // namespace nolfa

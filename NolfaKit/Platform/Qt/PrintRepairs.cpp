@@ -15,7 +15,8 @@ namespace {
 constexpr double pixelsAPoint = 96.0 / 72;
 /// Room for the line that a picture stands in, and its paragraph's margins.
 constexpr double aroundPicture = 54;
-const QColor rule(0xE3, 0xDA, 0xCB);
+constexpr double aroundTable = 8;
+const QString emojiFamily = QStringLiteral("Symbola");
 
 QString text(std::string_view utf8)
 {
@@ -58,6 +59,7 @@ void PrintRepairs::repairBlock(QTextBlock block)
         if (fragment->format.isImageFormat())
             hasPicture |= repairPicture(*fragment, block);
     }
+    repairEmoji(block);
     repairLineHeight(block, pointSize, hasPicture);
     placeMarker(block);
 }
@@ -117,7 +119,47 @@ bool PrintRepairs::repairPicture(const Fragment &fragment, const QTextBlock &blo
     image.setWidth(size.width());
     image.setHeight(size.height());
     cursor.setCharFormat(image);
+    if (size.width() > m_text.width() / 2)
+        giveOwnLine(fragment, block);
     return true;
+}
+
+/// A large picture in the midst of a text: what stands before it would be set as high as the picture.
+void PrintRepairs::giveOwnLine(const Fragment &fragment, const QTextBlock &block)
+{
+    QTextCursor cursor(&m_document);
+    cursor.setPosition(fragment.position + fragment.length);
+    if (!cursor.atBlockEnd())
+        cursor.insertText(QString(QChar::LineSeparator), block.charFormat());
+    cursor.setPosition(fragment.position);
+    if (!cursor.atBlockStart())
+        cursor.insertText(QString(QChar::LineSeparator), block.charFormat());
+}
+
+/// The machine's emoji are usually pictures, which a PDF doesn't take; a font of outlines does where there is one.
+void PrintRepairs::repairEmoji(const QTextBlock &block)
+{
+    const QString content = block.text();
+    const auto isEmoji = [&](qsizetype at) {
+        const QChar c = content[at];
+        if (c.isLowSurrogate())
+            return at > 0 && content[at - 1].unicode() >= 0xD83C && content[at - 1].unicode() <= 0xD83E;
+        return (c.unicode() >= 0xD83C && c.unicode() <= 0xD83E) || c.unicode() == 0xFE0F || c.unicode() == 0x200D;
+    };
+    for (qsizetype start = 0; start < content.size(); ++start) {
+        if (!content[start].isHighSurrogate() || !isEmoji(start))
+            continue;
+        qsizetype end = start;
+        while (end < content.size() && isEmoji(end))
+            ++end;
+        QTextCursor cursor(&m_document);
+        cursor.setPosition(block.position() + static_cast<int>(start));
+        cursor.setPosition(block.position() + static_cast<int>(end), QTextCursor::KeepAnchor);
+        QTextCharFormat format;
+        format.setFontFamilies({emojiFamily});
+        cursor.mergeCharFormat(format);
+        start = end;
+    }
 }
 
 /// A proportional height is taken of the font's own line, not of its size.
@@ -150,10 +192,8 @@ void PrintRepairs::placeMarker(QTextBlock block)
     font.setPixelSize(std::max(1, qRound(font.pointSizeF() * pixelsAPoint * 16)));
     QTextBlockFormat format = block.blockFormat();
     if (QTextList *list = block.textList()) {
-        const int indent = list->format().indent();
-        list->remove(block);
+        list->remove(block); // which keeps its indent
         format = block.blockFormat();
-        format.setIndent(indent + format.indent());
     }
     format.setTextIndent(-QFontMetricsF(font).horizontalAdvance(marker) / 16);
     QTextCursor(block).setBlockFormat(format);
@@ -170,6 +210,8 @@ void PrintRepairs::repairTables(QTextFrame &frame)
             format.setBorderStyle(QTextFrameFormat::BorderStyle_Solid);
             format.setBorderBrush(rule);
             format.setCellSpacing(0);
+            format.setTopMargin(aroundTable);
+            format.setBottomMargin(aroundTable);
             table->setFormat(format);
         }
         repairTables(*child);

@@ -2,6 +2,7 @@
 
 #include "Platform/Qt/PrintPictures.h"
 
+#include <QColor>
 #include <QSizeF>
 #include <QTextBlock>
 #include <QTextCursor>
@@ -16,6 +17,9 @@ namespace nolfa {
 /// Sets right in a text that came from HTML what the layout engine understands otherwise than a browser.
 class PrintRepairs {
 public:
+    /// The colour of a table's lines.
+    static constexpr QColor rule{0xE3, 0xDA, 0xCB};
+
     /// @param text  the part of a page that text may fill, in CSS pixels
     PrintRepairs(QTextDocument &document, const PrintPictures &pictures, QSizeF text);
 
@@ -33,6 +37,8 @@ private:
     void repairSizes(const std::vector<Fragment> &fragments);
     /// @return whether a picture is left
     bool repairPicture(const Fragment &fragment, const QTextBlock &block);
+    void giveOwnLine(const Fragment &fragment, const QTextBlock &block);
+    void repairEmoji(const QTextBlock &block);
     void repairLineHeight(const QTextBlock &block, double pointSize, bool hasPicture);
     void placeMarker(QTextBlock block);
     void repairTables(QTextFrame &frame);

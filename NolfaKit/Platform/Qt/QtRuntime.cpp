@@ -9,9 +9,11 @@
 #include <QSet>
 #include <array>
 #include <clocale>
-#include <condition_variable>
+#include <future>
+#include <memory>
 #include <mutex>
 #include <thread>
+#include <unistd.h>
 
 namespace nolfa {
 
@@ -35,21 +37,18 @@ void makeApplication()
     std::setlocale(LC_NUMERIC, "C");
 }
 
-/// The thread that made the application counts as the main one, so it must outlive all use.
+/// The thread that made the application counts as the main one, so it outlives all use: it sleeps until the process
+/// ends.
 void makeApplicationOnItsThread()
 {
-    static std::mutex mutex;
-    static std::condition_variable condition;
-    static bool isReady = false;
-    std::thread([] {
+    const auto isMade = std::make_shared<std::promise<void>>();
+    std::thread([isMade] {
         makeApplication();
-        std::unique_lock lock(mutex);
-        isReady = true;
-        condition.notify_all();
-        condition.wait(lock, [] { return false; });
+        isMade->set_value();
+        for (;;)
+            ::pause();
     }).detach();
-    std::unique_lock lock(mutex);
-    condition.wait(lock, [] { return isReady; });
+    isMade->get_future().wait();
 }
 
 } // namespace

@@ -255,7 +255,8 @@ TEST_F(RealDocumentTest, aTypstStartedByAPandocThatIsStoppedDiesWithIt)
     const auto run = std::async(std::launch::async, [&] {
         expectError(ConversionError::cancelled(), [&] {
             (void)PandocRunner::resolve(Bundle::main())
-                ->run({"-f", "gfm", input, "-o", folder / "long.pdf", engine}, std::nullopt, source.get_token());
+                ->run({"-f", "gfm", input, "-o", folder / "long.pdf", engine}, std::nullopt, source.get_token(),
+                    folder.path());
         });
     });
     pid_t typst = 0;
