@@ -160,8 +160,8 @@ std::string_view takeValue(std::string_view &text)
 
 HTMLToken HTMLToken::next(std::string_view &html)
 {
-    const auto take = [&html](Kind kind, std::size_t length) {
-        HTMLToken token{kind, html.substr(0, length), {}, {}};
+    const auto take = [&html](Kind itsKind, std::size_t length) {
+        HTMLToken token{itsKind, html.substr(0, length), {}, {}};
         html.remove_prefix(length);
         return token;
     };
