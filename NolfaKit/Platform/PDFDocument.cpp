@@ -11,6 +11,7 @@
 #include <cstring>
 #include <mupdf/fitz.h>
 #include <mupdf/pdf.h>
+#include <mutex>
 
 namespace nolfa {
 
@@ -23,11 +24,28 @@ using Pixmap = Handle<fz_pixmap, fz_drop_pixmap>;
 using Device = Handle<fz_device, fz_drop_device>;
 
 /// What reading or drawing one page may take. Honest pages take milliseconds, the worst ever seen eleven seconds.
-constexpr std::chrono::seconds textLimit(10);
+constexpr std::chrono::seconds textLimit(5);
 constexpr std::chrono::seconds drawingLimit(60);
 
 /// Pixels of one page's bitmap: A1 at 216 dots per inch.
 constexpr double mostPixels = 36e6;
+
+/// Tiles of one pattern on one page. Beyond it nobody sees a difference, and the library can't be stopped while it
+/// lays them.
+constexpr double mostTiles = 250'000;
+
+/// The draw device's own; the same for all of them.
+decltype(fz_device::begin_tile) beginTile = nullptr;
+
+/// Lays a pattern whose tiles would be too many in wider steps.
+int beginBoundedTile(fz_context *mu, fz_device *device, fz_rect area, fz_rect view, float stepX, float stepY,
+    fz_matrix matrix, int identifier)
+{
+    const double count = (double{area.x1} - double{area.x0}) / std::abs(double{stepX})
+        * ((double{area.y1} - double{area.y0}) / std::abs(double{stepY}));
+    const auto widening = static_cast<float>(count > mostTiles ? std::sqrt(count / mostTiles) : 1.0);
+    return beginTile(mu, device, area, view, stepX * widening, stepY * widening, matrix, identifier);
+}
 
 } // namespace
 
@@ -178,6 +196,9 @@ struct PDFDocument::Implementation {
             fz_clear_pixmap_with_value(mu, pixmap.get(), 0xFF);
             madeDevice = fz_new_draw_device(mu, matrix, pixmap.get());
         });
+        static std::once_flag isKnown;
+        std::call_once(isKnown, [madeDevice] { beginTile = madeDevice->begin_tile; });
+        madeDevice->begin_tile = beginBoundedTile;
         const Device device(context, madeDevice);
         context.call([&](fz_context *mu) noexcept {
             fz_run_page(mu, loaded, device.get(), fz_identity, cookie);

@@ -2,6 +2,7 @@
 
 #include "Engine/Converters/PPTXToMarkdownConverter.h"
 #include "Engine/Converters/XLSXConverter.h"
+#include "Support/Bounds.h"
 #include "Support/Documents.h"
 #include "Support/Expect.h"
 #include "Support/Processes.h"
@@ -9,11 +10,8 @@
 #include "Support/TemporaryFolder.h"
 #include "Support/ZipBuilder.h"
 
-#include <chrono>
-#include <fstream>
 #include <gmock/gmock.h>
 #include <random>
-#include <sys/resource.h>
 
 using namespace nolfa;
 using namespace nolfa::testing;
@@ -21,56 +19,9 @@ using enum DocumentFormat;
 namespace fs = std::filesystem;
 using ::testing::IsEmpty;
 
-/// AddressSanitizer's; keeps nothing back of what was freed. Absent in other builds.
-extern "C" [[gnu::weak]] void __sanitizer_purge_allocator();
-
 namespace {
 
 constexpr const char *sheetPath = "xl/worksheets/sheet1.xml";
-
-/// Watches over what one package may take: 10 seconds, and 512 MB in this process, inputs and all that stood before
-/// included, or in any child.
-class Bounds {
-public:
-    Bounds()
-    {
-        if (__sanitizer_purge_allocator != nullptr)
-            __sanitizer_purge_allocator();
-        // From now on the peak is counted anew; where the system doesn't offer that, it is that of the whole process.
-        std::ofstream("/proc/self/clear_refs") << "5";
-    }
-    Bounds(const Bounds &) = delete;
-    Bounds &operator=(const Bounds &) = delete;
-    ~Bounds()
-    {
-        EXPECT_LT(std::chrono::steady_clock::now() - m_start, std::chrono::seconds(10));
-        EXPECT_LE(ownPeak(), mostMemory);
-        rusage children{};
-        EXPECT_EQ(::getrusage(RUSAGE_CHILDREN, &children), 0);
-        EXPECT_LE(children.ru_maxrss, mostMemory);
-    }
-
-private:
-    // In KB. ThreadSanitizer keeps a history of every word in use, several times its size.
-#ifdef __SANITIZE_THREAD__
-    static constexpr long mostMemory = 4L << 20U;
-#else
-    static constexpr long mostMemory = 512L << 10U;
-#endif
-
-    static long ownPeak()
-    {
-        std::ifstream status("/proc/self/status");
-        for (std::string line; std::getline(status, line);) {
-            if (line.starts_with("VmHWM:"))
-                return std::stol(line.substr(line.find_first_of("0123456789")));
-        }
-        ADD_FAILURE() << "no peak to be read";
-        return 0;
-    }
-
-    std::chrono::steady_clock::time_point m_start = std::chrono::steady_clock::now();
-};
 
 class HostilePackageTest : public ::testing::Test {
 protected:
