@@ -57,7 +57,7 @@ Bitmap loadSync(PictureSource &source, const fs::path &url, std::optional<int> m
     return std::move(*picture);
 }
 
-Bitmap load(const fs::path &url, std::optional<int> maxPixelSize, std::stop_token stop)
+Bitmap load(const fs::path &url, std::optional<int> maxPixelSize, const std::stop_token &stop)
 {
     const std::string bytes = read(url);
     throwIfStopped(stop);

@@ -16,7 +16,8 @@ namespace ImageFile {
 /// Blocks; call it on a background thread.
 /// @param maxPixelSize  upper limit of the longer side, in pixels; absent keeps the size
 /// @throws ConversionError::unreadableInput; CancellationError after a stop
-[[nodiscard]] Bitmap load(const std::filesystem::path &url, std::optional<int> maxPixelSize, std::stop_token stop);
+[[nodiscard]] Bitmap load(
+    const std::filesystem::path &url, std::optional<int> maxPixelSize, const std::stop_token &stop);
 
 /// The decoding behind load().
 /// @param url  names the file in a failure

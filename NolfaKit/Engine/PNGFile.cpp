@@ -318,7 +318,7 @@ int PNGFile::channels() const
 
 std::size_t PNGFile::bytesPerRow(int pixels) const
 {
-    const auto bitsPerPixel = static_cast<std::size_t>(channels() * bits);
+    const auto bitsPerPixel = static_cast<std::size_t>(channels()) * static_cast<std::size_t>(bits);
     return (static_cast<std::size_t>(pixels) * bitsPerPixel + bitsPerByte - 1) / bitsPerByte;
 }
 
@@ -393,7 +393,7 @@ bool readInterlacedRows(const PNGFile &file, std::size_t step,
 {
     constexpr std::size_t mostBytes = std::size_t{256} << 20U;
     const std::size_t rowSize = file.bytesPerRow();
-    const auto bitsPerPixel = static_cast<std::size_t>(file.channels() * file.bits);
+    const auto bitsPerPixel = static_cast<std::size_t>(file.channels()) * static_cast<std::size_t>(file.bits);
     if (rowSize > mostBytes / static_cast<std::size_t>(file.height))
         return false;
     std::vector<std::uint8_t> picture(rowSize * static_cast<std::size_t>(file.height));
@@ -412,7 +412,9 @@ bool readInterlacedRows(const PNGFile &file, std::size_t step,
                 = std::span(picture).subspan(static_cast<std::size_t>(row) * rowSize, rowSize);
             for (int column = 0; column < columns; ++column) {
                 copyPixel(next, static_cast<std::size_t>(column), target,
-                    static_cast<std::size_t>(pass.left + column * pass.across), bitsPerPixel);
+                    static_cast<std::size_t>(pass.left)
+                        + static_cast<std::size_t>(column) * static_cast<std::size_t>(pass.across),
+                    bitsPerPixel);
             }
         }
     }
@@ -426,7 +428,8 @@ bool readInterlacedRows(const PNGFile &file, std::size_t step,
 bool PNGFile::readRows(
     const std::function<void(std::span<const std::uint8_t> row)> &give, const std::stop_token &stop) const
 {
-    const std::size_t step = std::max<std::size_t>(static_cast<std::size_t>(channels() * bits) / bitsPerByte, 1);
+    const std::size_t step
+        = std::max<std::size_t>(static_cast<std::size_t>(channels()) * static_cast<std::size_t>(bits) / bitsPerByte, 1);
     try {
         return isInterlaced ? readInterlacedRows(*this, step, give, stop) : readPlainRows(*this, step, give, stop);
     } catch (const PlatformError &) {

@@ -148,7 +148,7 @@ std::string plainColours(PDFPicture::Colours colours)
 
 std::string colourSpace(const PDFPicture &picture)
 {
-    const std::string base
+    std::string base
         = picture.profile.empty() ? plainColours(picture.colours) : "[ /ICCBased " + reference(profile) + " ]";
     if (picture.palette.empty())
         return base;

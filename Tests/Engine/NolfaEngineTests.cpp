@@ -23,6 +23,11 @@ TEST(NolfaEngine, offersTheRoutesWhoseConvertersStand)
     EXPECT_THAT(service.supportedTargets(pptx), ElementsAre(markdown, docx));
 }
 
+TEST(NolfaEngine, picturesGoToMarkdownWordAndPDF)
+{
+    EXPECT_THAT(NolfaEngine::makeService(Bundle::main()).supportedTargets(image), ElementsAre(markdown, docx, pdf));
+}
+
 TEST(NolfaEngine, everyRouteOnOfferHasACapability)
 {
     const ConversionService service = NolfaEngine::makeService(Bundle::main());

@@ -110,6 +110,7 @@ private:
         if (!iterator || iterator->Empty(tesseract::RIL_BLOCK))
             return result;
         do {
+            // NOLINTNEXTLINE(modernize-avoid-c-arrays): a C string
             const std::unique_ptr<char[]> text(iterator->GetUTF8Text(level));
             int left = 0;
             int top = 0;
