@@ -43,9 +43,12 @@ Outcome race(double seconds, const std::stop_token &stop, const std::function<vo
     std::condition_variable_any changed;
     bool hasFinished = false;
     Outcome outcome = Outcome::finished;
+    // A stop reaches the operation at once; one that came before lets it begin with the stop already there.
+    std::stop_source operationStop;
+    const std::stop_callback passOn(stop, [&operationStop] { operationStop.request_stop(); });
     // Leaving the block waits for the worker.
-    std::jthread worker([&](const std::stop_token &operationStop) {
-        operation(operationStop);
+    std::jthread worker([&] {
+        operation(operationStop.get_token());
         const std::scoped_lock lock(mutex);
         hasFinished = true;
         changed.notify_one();
@@ -56,7 +59,7 @@ Outcome race(double seconds, const std::stop_token &stop, const std::function<vo
             outcome = stop.stop_requested() ? Outcome::cancelled : Outcome::timedOut;
     }
     if (outcome != Outcome::finished)
-        worker.request_stop();
+        operationStop.request_stop();
     worker.join();
     return outcome;
 }
