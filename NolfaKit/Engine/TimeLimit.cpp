@@ -43,6 +43,7 @@ Outcome race(double seconds, const std::stop_token &stop, const std::function<vo
     std::condition_variable_any changed;
     bool hasFinished = false;
     Outcome outcome = Outcome::finished;
+    const bool cameBefore = stop.stop_requested();
     // A stop reaches the operation at once; one that came before lets it begin with the stop already there.
     std::stop_source operationStop;
     const std::stop_callback passOn(stop, [&operationStop] { operationStop.request_stop(); });
@@ -58,6 +59,8 @@ Outcome race(double seconds, const std::stop_token &stop, const std::function<vo
         if (!changed.wait_until(lock, stop, deadline, [&hasFinished] { return hasFinished; }))
             outcome = stop.stop_requested() ? Outcome::cancelled : Outcome::timedOut;
     }
+    if (cameBefore)
+        outcome = Outcome::cancelled;
     if (outcome != Outcome::finished)
         operationStop.request_stop();
     worker.join();
