@@ -43,10 +43,12 @@ Outcome race(double seconds, const std::stop_token &stop, const std::function<vo
     std::condition_variable_any changed;
     bool hasFinished = false;
     Outcome outcome = Outcome::finished;
-    const bool cameBefore = stop.stop_requested();
-    // A stop reaches the operation at once; one that came before lets it begin with the stop already there.
+    // A stop that came before is there when the operation begins, and decides however soon that ends. A later one is
+    // passed on once it has decided.
     std::stop_source operationStop;
-    const std::stop_callback passOn(stop, [&operationStop] { operationStop.request_stop(); });
+    const bool cameBefore = stop.stop_requested();
+    if (cameBefore)
+        operationStop.request_stop();
     // Leaving the block waits for the worker.
     std::jthread worker([&] {
         operation(operationStop.get_token());
