@@ -25,7 +25,7 @@ using Device = Handle<fz_device, fz_drop_device>;
 
 /// What reading or drawing one page may take. Honest pages take milliseconds, the worst ever seen eleven seconds.
 constexpr std::chrono::seconds textLimit(5);
-constexpr std::chrono::seconds drawingLimit(60);
+constexpr std::chrono::seconds drawingLimit(20);
 
 /// Pixels of one page's bitmap: A1 at 216 dots per inch.
 constexpr double mostPixels = 36e6;
