@@ -1,0 +1,70 @@
+#include "Nolfa/Support/Mailbox.h"
+
+#include <QCoreApplication>
+#include <QEvent>
+#include <chrono>
+
+namespace nolfa {
+
+namespace {
+
+/// Short enough for a window to draw its next frame in time.
+constexpr std::chrono::milliseconds longestDelivery{8};
+
+QEvent::Type wakeUp()
+{
+    static const int type = QEvent::registerEventType();
+    return static_cast<QEvent::Type>(type);
+}
+
+} // namespace
+
+void Mailbox::post(Letter letter)
+{
+    bool wasEmpty = false;
+    {
+        const std::scoped_lock lock(m_mutex);
+        wasEmpty = m_letters.empty();
+        m_letters.push_back(std::move(letter));
+    }
+    if (wasEmpty)
+        wake();
+}
+
+bool Mailbox::event(QEvent *event)
+{
+    if (event->type() != wakeUp())
+        return QObject::event(event);
+    deliver();
+    return true;
+}
+
+void Mailbox::deliver()
+{
+    std::deque<Letter> letters;
+    {
+        const std::scoped_lock lock(m_mutex);
+        letters.swap(m_letters);
+    }
+    const auto end = std::chrono::steady_clock::now() + longestDelivery;
+    while (!letters.empty() && std::chrono::steady_clock::now() < end) {
+        const Letter letter = std::move(letters.front());
+        letters.pop_front();
+        letter();
+    }
+    if (letters.empty())
+        return;
+    const std::scoped_lock lock(m_mutex);
+    // In front of what came meanwhile, and with a wake-up of their own: the sender of the first newcomer may have
+    // found the box empty, and a second event does no harm.
+    m_letters.insert(
+        m_letters.begin(), std::make_move_iterator(letters.begin()), std::make_move_iterator(letters.end()));
+    wake();
+}
+
+void Mailbox::wake()
+{
+    QCoreApplication::postEvent(this, new QEvent(wakeUp()));
+}
+
+} // namespace nolfa
