@@ -82,8 +82,7 @@ private:
             failure = std::current_exception();
         }
         m_operation = nullptr;
-        m_queue.forget(m_ticket);
-        m_queue.release();
+        m_queue.finish(m_ticket);
         m_completion(std::move(failure));
     }
 
@@ -116,15 +115,17 @@ ConversionQueue::~ConversionQueue()
 std::stop_source ConversionQueue::enqueue(Operation operation, Completion completion)
 {
     m_threads.prepare();
-    const Ticket ticket = newTicket();
+    const Ticket ticket = ++m_lastTicket;
     const auto job = std::make_shared<Job>(*this, ticket, std::move(operation), std::move(completion));
     std::stop_source source = job->source();
     job->dropWhenStopped();
+    Admission admission = Admission::waiting;
     {
         const std::scoped_lock lock(m_mutex);
-        m_jobs.emplace(ticket, source);
+        m_jobs.emplace_hint(m_jobs.end(), ticket, source);
+        admission = admit(ticket, job, source.get_token());
     }
-    if (admit(ticket, job, source.get_token()) == Admission::granted)
+    if (admission == Admission::granted)
         job->grant();
     return source;
 }
@@ -141,16 +142,9 @@ std::size_t ConversionQueue::waiting() const
     return m_waiting.size();
 }
 
-ConversionQueue::Ticket ConversionQueue::newTicket()
-{
-    const std::scoped_lock lock(m_mutex);
-    return ++m_lastTicket;
-}
-
 ConversionQueue::Admission ConversionQueue::admit(
     Ticket ticket, const std::shared_ptr<Waiter> &waiter, const std::stop_token &stop)
 {
-    const std::scoped_lock lock(m_mutex);
     // A stop that comes later finds the ticket in the line, or the slot granted.
     if (stop.stop_requested())
         return Admission::cancelled;
@@ -158,16 +152,21 @@ ConversionQueue::Admission ConversionQueue::admit(
         ++m_running;
         return Admission::granted;
     }
-    m_waiting.emplace(ticket, waiter);
+    m_waiting.emplace_hint(m_waiting.end(), ticket, waiter);
     return Admission::waiting;
 }
 
 void ConversionQueue::acquire(const std::stop_token &stop)
 {
-    const Ticket ticket = newTicket();
+    const Ticket ticket = ++m_lastTicket;
     const auto caller = std::make_shared<BlockedCaller>();
     const std::stop_callback dropper(stop, [this, ticket] { dropWaiter(ticket); });
-    switch (admit(ticket, caller, stop)) {
+    Admission admission = Admission::waiting;
+    {
+        const std::scoped_lock lock(m_mutex);
+        admission = admit(ticket, caller, stop);
+    }
+    switch (admission) {
     case Admission::granted:
         return;
     case Admission::cancelled:
@@ -182,15 +181,34 @@ void ConversionQueue::release()
     std::shared_ptr<Waiter> next;
     {
         const std::scoped_lock lock(m_mutex);
-        if (m_waiting.empty()) {
-            --m_running;
-            return;
-        }
-        // The slot goes straight to the next in line.
-        next = std::move(m_waiting.begin()->second);
-        m_waiting.erase(m_waiting.begin());
+        next = passSlotOn();
     }
-    next->grant();
+    if (next)
+        next->grant();
+}
+
+void ConversionQueue::finish(Ticket ticket)
+{
+    std::shared_ptr<Waiter> next;
+    {
+        const std::scoped_lock lock(m_mutex);
+        m_jobs.erase(ticket);
+        next = passSlotOn();
+    }
+    if (next)
+        next->grant();
+}
+
+std::shared_ptr<ConversionQueue::Waiter> ConversionQueue::passSlotOn()
+{
+    if (m_waiting.empty()) {
+        --m_running;
+        return nullptr;
+    }
+    // The slot goes straight to the next in line, so as many run as before.
+    std::shared_ptr<Waiter> next = std::move(m_waiting.begin()->second);
+    m_waiting.erase(m_waiting.begin());
+    return next;
 }
 
 void ConversionQueue::dropWaiter(Ticket ticket)

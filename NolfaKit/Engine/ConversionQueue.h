@@ -3,6 +3,7 @@
 #include "Engine/WorkerThreads.h"
 #include "Platform/CancellationError.h"
 
+#include <atomic>
 #include <concepts>
 #include <cstddef>
 #include <cstdint>
@@ -75,17 +76,20 @@ private:
     };
     enum class Admission { granted, waiting, cancelled };
 
-    Ticket newTicket();
+    /// Call it with the lock held.
     Admission admit(Ticket ticket, const std::shared_ptr<Waiter> &waiter, const std::stop_token &stop);
     void acquire(const std::stop_token &stop);
     void release();
+    /// Call it with the lock held, and grant the slot to who comes back, without it.
+    [[nodiscard]] std::shared_ptr<Waiter> passSlotOn();
+    void finish(Ticket ticket);
     void dropWaiter(Ticket ticket);
     void forget(Ticket ticket);
 
     const int m_maxConcurrent;
+    std::atomic<Ticket> m_lastTicket = 0;
     mutable std::mutex m_mutex; ///< guards all that follows but the threads; never held across a call out
     int m_running = 0;
-    Ticket m_lastTicket = 0;
     /// Tickets rise, so the order of the keys is that of arrival.
     std::map<Ticket, std::shared_ptr<Waiter>> m_waiting;
     /// What enqueue() took in and hasn't ended.

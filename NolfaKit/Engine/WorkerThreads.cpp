@@ -24,11 +24,14 @@ WorkerThreads::~WorkerThreads()
 
 void WorkerThreads::prepare()
 {
+    if (m_isComplete)
+        return;
     const std::scoped_lock lock(m_mutex);
-    if (m_threads.size() >= m_limit || m_threads.size() > m_busy + m_jobs.size())
+    if (m_threads.size() > m_busy + m_jobs.size())
         return;
     try {
         m_threads.emplace_back([this](const std::stop_token &stop) { work(stop); });
+        m_isComplete = m_threads.size() == m_limit;
     } catch (const std::system_error &) {
         // With fewer threads it takes longer; without any it would take for ever.
         if (m_threads.empty())

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <condition_variable>
 #include <cstddef>
 #include <deque>
@@ -35,6 +36,8 @@ private:
     void work(const std::stop_token &stop);
 
     const std::size_t m_limit;
+    /// Set once there are as many threads as there may be; so thousands of calls don't fight for the lock.
+    std::atomic<bool> m_isComplete = false;
     std::mutex m_mutex; ///< guards all that follows
     std::condition_variable_any m_posted;
     std::deque<Job> m_jobs;
