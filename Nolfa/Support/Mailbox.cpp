@@ -11,12 +11,6 @@ namespace {
 /// Short enough for a window to draw its next frame in time.
 constexpr std::chrono::milliseconds longestDelivery{8};
 
-QEvent::Type wakeUp()
-{
-    static const int type = QEvent::registerEventType();
-    return static_cast<QEvent::Type>(type);
-}
-
 } // namespace
 
 void Mailbox::post(Letter letter)
@@ -31,12 +25,9 @@ void Mailbox::post(Letter letter)
         wake();
 }
 
-bool Mailbox::event(QEvent *event)
+void Mailbox::customEvent(QEvent * /*event*/)
 {
-    if (event->type() != wakeUp())
-        return QObject::event(event);
     deliver();
-    return true;
 }
 
 void Mailbox::deliver()
@@ -64,7 +55,7 @@ void Mailbox::deliver()
 
 void Mailbox::wake()
 {
-    QCoreApplication::postEvent(this, new QEvent(wakeUp()));
+    QCoreApplication::postEvent(this, new QEvent(QEvent::User));
 }
 
 } // namespace nolfa

@@ -20,7 +20,8 @@ public:
     void post(Letter letter);
 
 protected:
-    bool event(QEvent *event) override;
+    /// The wake-up, the only event that is posted here.
+    void customEvent(QEvent *event) override;
 
 private:
     void deliver();

@@ -1,13 +1,14 @@
 #include "Nolfa/App/WindowGrowth.h"
 
 #include "Nolfa/App/AppModel.h"
+#include "Nolfa/Support/OffscreenApplication.h"
 
-#include <QGuiApplication>
 #include <QScreen>
 #include <QWindow>
 #include <gtest/gtest.h>
 
 using namespace nolfa;
+using namespace nolfa::testing;
 using Tool = AppModel::Tool;
 
 namespace {
@@ -66,6 +67,7 @@ TEST(WindowGrowth, withoutAScreenNothingHoldsTheWindow)
 
 TEST(WindowGrowth, aRealWindowGrowsAndNeverShrinks)
 {
+    ensureOffscreenApplication();
     QWindow window;
     window.setGeometry(10, 10, 400, 300);
     window.show();

@@ -1,12 +1,12 @@
 #include "Nolfa/Support/Desktop.h"
 
 #include "Nolfa/Support/EventLoop.h"
+#include "Nolfa/Support/OffscreenApplication.h"
 
 #include <QDBusConnection>
 #include <QDBusMessage>
 #include <QDBusVirtualObject>
 #include <QDesktopServices>
-#include <QGuiApplication>
 #include <QProcess>
 #include <QUrl>
 #include <gtest/gtest.h>
@@ -38,11 +38,7 @@ class Session : public ::testing::Environment {
 public:
     void SetUp() override
     {
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-        static int count = 1;
-        static char name[] = "test";
-        static char *arguments[] = {name, nullptr};
-        m_application = std::make_unique<QGuiApplication>(count, arguments);
+        ensureOffscreenApplication();
         m_bus.start("dbus-daemon", {"--session", "--nofork", "--print-address"});
         ASSERT_TRUE(m_bus.waitForReadyRead());
         qputenv("DBUS_SESSION_BUS_ADDRESS", m_bus.readLine().trimmed());
@@ -52,11 +48,9 @@ public:
         QDBusConnection::disconnectFromBus(QDBusConnection::sessionBus().name());
         m_bus.terminate();
         m_bus.waitForFinished();
-        m_application.reset();
     }
 
 private:
-    std::unique_ptr<QGuiApplication> m_application;
     QProcess m_bus;
 };
 
