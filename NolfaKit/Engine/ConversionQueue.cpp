@@ -108,8 +108,7 @@ ConversionQueue::~ConversionQueue()
         jobs = m_jobs;
     }
     // The last in line first, so that no slot that frees meanwhile starts one that is to go anyway.
-    for (auto job = jobs.rbegin(); job != jobs.rend(); ++job)
-        job->second.request_stop();
+    std::for_each(jobs.rbegin(), jobs.rend(), [](auto &job) { job.second.request_stop(); });
 }
 
 std::stop_source ConversionQueue::enqueue(Operation operation, Completion completion)

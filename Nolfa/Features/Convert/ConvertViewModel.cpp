@@ -192,8 +192,7 @@ void ConvertViewModel::endBatch()
 void ConvertViewModel::clear()
 {
     // The last in line first, so that no slot that frees meanwhile starts a row that is to go anyway.
-    for (auto item = items().rbegin(); item != items().rend(); ++item)
-        cancelTask(item->id);
+    std::for_each(items().rbegin(), items().rend(), [this](const Item &item) { cancelTask(item.id); });
     m_runs.clear();
     m_items.clear();
     endBatch();
