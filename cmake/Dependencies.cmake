@@ -7,7 +7,7 @@ find_package(nlohmann_json 3.11 REQUIRED)
 find_package(CLI11 2.1 REQUIRED)
 find_package(PkgConfig REQUIRED)
 find_package(ZLIB REQUIRED)
-find_package(Qt6 6.4 REQUIRED COMPONENTS Gui)
+find_package(Qt6 6.4 REQUIRED COMPONENTS Gui DBus)
 
 # MuPDF comes as static archives; its pkg-config file names neither all of its libraries nor its own version.
 pkg_check_modules(MUPDF_LIBRARIES REQUIRED IMPORTED_TARGET
@@ -27,6 +27,7 @@ if(NOLFA_BUILD_APP)
 endif()
 if(NOLFA_BUILD_TESTS)
   find_package(GTest REQUIRED)
+  find_package(Qt6 6.4 REQUIRED COMPONENTS Test)
 endif()
 if(NOLFA_BUILD_BENCHMARKS)
   find_package(benchmark REQUIRED)

@@ -159,10 +159,33 @@ TEST(IncludeDirection, theCommandLineKnowsNoScreensAndNoQt)
     }
 }
 
+TEST(IncludeDirection, screensAndTheirModelsKnowNoConverter)
+{
+    const std::vector<Include> includes = includesBelow("Nolfa");
+    ASSERT_FALSE(includes.empty());
+    for (const Include &include : includes) {
+        const std::optional<std::string> header = engineHeader(include);
+        EXPECT_FALSE(header && roomOf(*header) == "Engine/Converters") << include.file << ' ' << include.header;
+    }
+}
+
+TEST(IncludeDirection, modelsKnowNoScreen)
+{
+    // Qt Quick comes in with the modules of the windows; a model is tested, and sanitized, without it.
+    for (const Include &include : includesBelow("Nolfa")) {
+        const fs::path file = include.file;
+        const std::string name = file.stem();
+        if (name.ends_with("Model") || name == "AppSettings" || file.parent_path() == "Nolfa/Support") {
+            EXPECT_FALSE(include.isAngled && (include.header.starts_with("QQ") || include.header == "qqml.h"))
+                << include.file << " includes <" << include.header << '>';
+        }
+    }
+}
+
 TEST(IncludeDirection, aSourceIncludesItsOwnHeaderFirst)
 {
     std::map<std::string, std::string> first;
-    for (const char *folder : {"NolfaKit", "CommandLine"}) {
+    for (const char *folder : {"NolfaKit", "Nolfa", "CommandLine"}) {
         for (const Include &include : includesBelow(folder))
             first.try_emplace(include.file, fs::path(include.header).filename());
     }
