@@ -3,8 +3,6 @@
 #include "Platform/PlatformError.h"
 
 #include <array>
-#include <cstdlib>
-#include <malloc.h>
 #include <mutex>
 
 namespace nolfa::mupdf {
@@ -33,42 +31,10 @@ void ignoreMessage(void * /*user*/, const char * /*message*/) { }
 
 } // namespace
 
-fz_alloc_context MemoryQuota::allocator() noexcept
-{
-    return {this, allocate, reallocate, release};
-}
-
-void *MemoryQuota::allocate(void *quota, std::size_t size)
-{
-    return reallocate(quota, nullptr, size);
-}
-
-void *MemoryQuota::reallocate(void *quota, void *block, std::size_t size)
-{
-    std::size_t &left = static_cast<MemoryQuota *>(quota)->m_left;
-    const std::size_t before = block == nullptr ? 0 : malloc_usable_size(block);
-    if (size > left + before)
-        return nullptr;
-    void *result = std::realloc(block, size);
-    if (result != nullptr) {
-        const std::size_t after = malloc_usable_size(result);
-        left += before;
-        left -= after < left ? after : left;
-    }
-    return result;
-}
-
-void MemoryQuota::release(void *quota, void *block)
-{
-    if (block != nullptr)
-        static_cast<MemoryQuota *>(quota)->m_left += malloc_usable_size(block);
-    std::free(block);
-}
-
 Context::Context(std::size_t cacheSize, std::size_t quota)
-    : m_quota(std::make_unique<MemoryQuota>(quota))
+    : m_heap(std::make_unique<Heap>(quota))
 {
-    const fz_alloc_context allocator = m_quota->allocator();
+    const fz_alloc_context allocator = m_heap->allocator();
     m_context = fz_new_context(&allocator, &locks, cacheSize);
     if (m_context == nullptr)
         throw PlatformError("no context for PDF");

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/MuPDF/Guard.h"
+#include "Platform/MuPDF/Heap.h"
 
 #include <cstddef>
 #include <memory>
@@ -8,24 +9,6 @@
 #include <utility>
 
 namespace nolfa::mupdf {
-
-/// What one context may take from the heap. A file that claims more fails instead of taking the machine's memory.
-class MemoryQuota {
-public:
-    explicit MemoryQuota(std::size_t limit) noexcept
-        : m_left(limit)
-    {
-    }
-
-    [[nodiscard]] fz_alloc_context allocator() noexcept;
-
-private:
-    static void *allocate(void *quota, std::size_t size);
-    static void *reallocate(void *quota, void *block, std::size_t size);
-    static void release(void *quota, void *block);
-
-    std::size_t m_left;
-};
 
 /// The library's context: belongs to one thread at a time, with the documents that were opened in it.
 class Context {
@@ -53,7 +36,7 @@ public:
 private:
     void run(void (*work)(fz_context *, void *), void *argument) const;
 
-    std::unique_ptr<MemoryQuota> m_quota;
+    std::unique_ptr<Heap> m_heap; ///< outlives the context
     fz_context *m_context = nullptr;
 };
 
