@@ -43,9 +43,15 @@ Outcome race(double seconds, const std::stop_token &stop, const std::function<vo
     std::condition_variable_any changed;
     bool hasFinished = false;
     Outcome outcome = Outcome::finished;
+    // A stop that came before is there when the operation begins, and decides however soon that ends. A later one is
+    // passed on once it has decided.
+    std::stop_source operationStop;
+    const bool cameBefore = stop.stop_requested();
+    if (cameBefore)
+        operationStop.request_stop();
     // Leaving the block waits for the worker.
-    std::jthread worker([&](const std::stop_token &operationStop) {
-        operation(operationStop);
+    std::jthread worker([&] {
+        operation(operationStop.get_token());
         const std::scoped_lock lock(mutex);
         hasFinished = true;
         changed.notify_one();
@@ -55,8 +61,10 @@ Outcome race(double seconds, const std::stop_token &stop, const std::function<vo
         if (!changed.wait_until(lock, stop, deadline, [&hasFinished] { return hasFinished; }))
             outcome = stop.stop_requested() ? Outcome::cancelled : Outcome::timedOut;
     }
+    if (cameBefore)
+        outcome = Outcome::cancelled;
     if (outcome != Outcome::finished)
-        worker.request_stop();
+        operationStop.request_stop();
     worker.join();
     return outcome;
 }

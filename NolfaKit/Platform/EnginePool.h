@@ -19,12 +19,9 @@ namespace nolfa {
 /// No more than a fixed number exist at once. Thread-safe; engines are made and destroyed outside of its lock.
 template <typename Engine> class EnginePool {
 public:
-    /// @param most      at least 1
-    /// @param patience  how long a caller waits for an engine that is at work before another one is made. What making
-    ///                  one takes is about right: small jobs then share one engine.
-    EnginePool(std::size_t most, std::chrono::milliseconds patience = {})
+    /// @param most  at least 1
+    explicit EnginePool(std::size_t most)
         : m_most(most)
-        , m_patience(patience)
     {
     }
 
@@ -50,12 +47,15 @@ public:
         std::unique_ptr<Engine> m_engine;
     };
 
-    /// Waits while all engines are at work, and a moment for one of the kind that is.
-    /// @param make  makes an engine of that kind; may throw
+    /// Waits while all engines are at work.
+    /// @param patience  how long to wait for an engine of the kind that is at work before another one is made; what
+    ///                  jobs take that are smaller than making one
+    /// @param make      makes an engine of that kind; may throw
     /// @throws CancellationError after a stop
-    template <typename Make> Lease lease(const std::string &key, const std::stop_token &stop, Make make)
+    template <typename Make>
+    Lease lease(const std::string &key, std::chrono::milliseconds patience, const std::stop_token &stop, Make make)
     {
-        std::unique_ptr<Engine> engine = takeOrReserve(key, stop);
+        std::unique_ptr<Engine> engine = takeOrReserve(key, patience, stop);
         if (!engine) {
             try {
                 engine = make();
@@ -71,13 +71,14 @@ private:
     using Idle = std::pair<std::string, std::unique_ptr<Engine>>;
 
     /// An idle engine of the kind, or nothing and the right to make one.
-    std::unique_ptr<Engine> takeOrReserve(const std::string &key, const std::stop_token &stop)
+    std::unique_ptr<Engine> takeOrReserve(
+        const std::string &key, std::chrono::milliseconds patience, const std::stop_token &stop)
     {
         Idle surplus;
         std::unique_lock lock(m_mutex);
         const auto isIdle = [&] { return std::ranges::find(m_idle, key, &Idle::first) != m_idle.end(); };
         if (!isIdle() && m_atWork.contains(key))
-            m_changed.wait_for(lock, stop, m_patience, isIdle);
+            m_changed.wait_for(lock, stop, patience, isIdle);
         if (!m_changed.wait(lock, stop, [this] { return !m_idle.empty() || m_count < m_most; }))
             throw CancellationError();
         m_atWork.insert(key);
@@ -121,7 +122,6 @@ private:
     }
 
     const std::size_t m_most;
-    const std::chrono::milliseconds m_patience;
     std::mutex m_mutex;
     std::condition_variable_any m_changed;
     std::list<Idle> m_idle; ///< the one that has been idle longest first

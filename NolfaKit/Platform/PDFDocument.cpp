@@ -25,7 +25,7 @@ using Device = Handle<fz_device, fz_drop_device>;
 
 /// What reading or drawing one page may take. Honest pages take milliseconds, the worst ever seen eleven seconds.
 constexpr std::chrono::seconds textLimit(5);
-constexpr std::chrono::seconds drawingLimit(60);
+constexpr std::chrono::seconds drawingLimit(20);
 
 /// Pixels of one page's bitmap: A1 at 216 dots per inch.
 constexpr double mostPixels = 36e6;
@@ -58,18 +58,13 @@ struct PDFDocument::Implementation {
     /// The pages' object numbers, 0 for a page that is no object of its own. All openings of a file share them.
     std::shared_ptr<const std::vector<int>> pageObjects;
     bool isLocked = false;
-    bool hasPageTree = false;
+    mutable std::vector<pdf_obj *> pendingNodes; ///< of collectPages(), which must own nothing
     mupdf::Watchdog watchdog;
 
     Implementation() = default;
     Implementation(const Implementation &) = delete;
     Implementation &operator=(const Implementation &) = delete;
-    ~Implementation()
-    {
-        if (hasPageTree)
-            pdf_drop_page_tree(context.get(), document);
-        pdf_drop_document(context.get(), document);
-    }
+    ~Implementation() { pdf_drop_document(context.get(), document); }
 
     void open()
     {
@@ -98,22 +93,34 @@ struct PDFDocument::Implementation {
         if (count < 0 || count > objects)
             throw PlatformError("more pages than objects");
         pageCount = static_cast<std::size_t>(count);
-        // Without the list of pages each one is looked for from the tree's root. A tree that can't be listed is
-        // walked page by page.
-        try {
-            context.call([&](fz_context *mu) noexcept { pdf_load_page_tree(mu, document); });
-            hasPageTree = true;
-        } catch (const PlatformError &) {
-            hasPageTree = false;
+        // A tree that can't be listed is walked anew for each page.
+        std::vector<int> numbers;
+        if (!attempt([&](fz_context *mu) noexcept { collectPages(mu, numbers, static_cast<std::size_t>(objects)); })
+            || numbers.size() != pageCount)
+            numbers.assign(pageCount, 0);
+        pageObjects = std::make_shared<const std::vector<int>>(std::move(numbers));
+    }
+
+    /// The object numbers of the tree's leaves, in their order; none of a tree that holds a page in itself.
+    void collectPages(fz_context *mu, std::vector<int> &pages, std::size_t objects) const noexcept
+    {
+        pdf_obj *const root = pdf_dict_getp(mu, pdf_trailer(mu, document), "Root/Pages");
+        pendingNodes.assign(1, root);
+        std::size_t seen = 0;
+        while (!pendingNodes.empty() && seen <= objects) {
+            pdf_obj *const node = pendingNodes.back();
+            pendingNodes.pop_back();
+            ++seen;
+            pdf_obj *const kids = pdf_dict_get(mu, node, PDF_NAME(Kids));
+            if (pdf_is_array(mu, kids) == 0) {
+                pages.push_back(pdf_is_indirect(mu, node) != 0 ? pdf_to_num(mu, node) : 0);
+                continue;
+            }
+            for (int kid = pdf_array_len(mu, kids); kid-- > 0;)
+                pendingNodes.push_back(pdf_array_get(mu, kids, kid));
         }
-        auto numbers = std::make_shared<std::vector<int>>(pageCount);
-        if (hasPageTree) {
-            context.call([&](fz_context *mu) noexcept {
-                for (std::size_t index = 0; index < pageCount; ++index)
-                    (*numbers)[index] = pdf_to_num(mu, pdf_lookup_page_obj(mu, document, static_cast<int>(index)));
-            });
-        }
-        pageObjects = std::move(numbers);
+        if (!pendingNodes.empty())
+            pages.clear();
     }
 
     /// The page's dictionary; the document keeps it.

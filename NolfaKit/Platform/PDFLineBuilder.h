@@ -35,7 +35,7 @@ struct PDFGlyph {
 ///   index, an exponent;
 /// - or, right-to-left scripts, when it stands just to the left of the one before it.
 ///
-/// A gap of more than 0.2 of the font size is one blank, and so is any run of white space that the page itself has.
+/// A gap of more than 0.15 of the font size is one blank, and so is any run of white space that the page itself has.
 /// A character drawn again at its own place (bold or a shadow, by hand) counts once. Ligatures are spelled out.
 /// Not thread-safe.
 class PDFLineBuilder {

@@ -98,13 +98,18 @@ std::size_t mostEngines()
     return std::clamp(std::thread::hardware_concurrency(), least, most);
 }
 
-/// What starting an engine takes, more or less.
-constexpr std::chrono::milliseconds startTime(400);
+/// Starting an engine takes as long as reading a quarter of a page. Who has less to read waits for an engine at work.
+std::chrono::milliseconds patienceFor(const Bitmap &image)
+{
+    constexpr std::size_t quarterPage = 1'200'000;
+    const std::size_t pixels = static_cast<std::size_t>(image.width) * static_cast<std::size_t>(image.height);
+    return pixels < quarterPage ? std::chrono::seconds(5) : std::chrono::seconds(0);
+}
 
 EnginePool<TextLineReader> &pool()
 {
     // Never destroyed: at exit a thread may still be reading.
-    static auto *const engines = new EnginePool<TextLineReader>(mostEngines(), startTime);
+    static auto *const engines = new EnginePool<TextLineReader>(mostEngines());
     return *engines;
 }
 
@@ -156,7 +161,8 @@ std::vector<RecognizedLine> read(const Bitmap &image, const std::vector<std::str
         return {};
     const fs::path folder = dataFolder();
     const std::string wanted = engineLanguages(languages, folder);
-    const auto reader = pool().lease(folder.string() + "\n" + wanted, stop, [&] { return makeReader(folder, wanted); });
+    const auto reader = pool().lease(
+        folder.string() + "\n" + wanted, patienceFor(image), stop, [&] { return makeReader(folder, wanted); });
     return reader->read(image, deadline, stop);
 }
 

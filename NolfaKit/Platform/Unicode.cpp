@@ -132,14 +132,14 @@ bool isWhitespaceOrNewline(UChar32 codePoint)
 /// Where text is split into user-perceived characters. Costs a rule compilation, so each thread keeps one.
 icu::BreakIterator &characterBoundaries()
 {
-    thread_local const std::unique_ptr<icu::BreakIterator> boundaries = [] {
+    thread_local std::unique_ptr<icu::BreakIterator> boundaries;
+    if (!boundaries) {
         UErrorCode status = U_ZERO_ERROR;
-        return std::unique_ptr<icu::BreakIterator>(
-            icu::BreakIterator::createCharacterInstance(icu::Locale::getRoot(), status));
-    }();
-    if (!boundaries)
-        throw PlatformError("no rules for characters");
-    return *boundaries;
+        boundaries.reset(icu::BreakIterator::createCharacterInstance(icu::Locale::getRoot(), status));
+        if (!boundaries || U_FAILURE(status) != 0)
+            throw PlatformError("no rules for characters");
+    }
+    return *boundaries; // NOLINT(clang-analyzer-cplusplus.NewDelete): it outlives the call, being the thread's
 }
 
 } // namespace

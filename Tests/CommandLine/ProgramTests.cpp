@@ -90,7 +90,7 @@ TEST(Program, listsWhatIsOnOffer)
     EXPECT_EQ(table.stderr, "");
     const std::optional<JSON> json = JSON::parse(nolfaCli({"formats", "--json"}).stdout);
     ASSERT_TRUE(json);
-    EXPECT_EQ(std::get<JSON::Array>(json->find("routes")->value).size(), 10U);
+    EXPECT_EQ(std::get<JSON::Array>(json->find("routes")->value).size(), 20U);
 }
 
 TEST(Program, runsFromAnotherPlaceOnceInstalled)

@@ -71,6 +71,14 @@ TextProcessor &TextProcessor::of(pdf_processor *processor) noexcept
 
 void TextProcessor::connect(pdf_processor &base) noexcept
 {
+    connectState(base);
+    connectTextState(base);
+    connectPlacing(base);
+    connectShowing(base);
+}
+
+void TextProcessor::connectState(pdf_processor &base) noexcept
+{
     base.op_q = [](fz_context *, pdf_processor *processor) {
         TextProcessor &self = of(processor);
         if (self.m_states.size() < mostStates)
@@ -91,7 +99,10 @@ void TextProcessor::connect(pdf_processor &base) noexcept
     };
     base.op_Do_form = [](fz_context *context, pdf_processor *processor, const char *, pdf_obj *form,
                           pdf_obj *resources) { of(processor).drawForm(context, processor, form, resources); };
+}
 
+void TextProcessor::connectTextState(pdf_processor &base) noexcept
+{
     base.op_Tc
         = [](fz_context *, pdf_processor *processor, float space) { of(processor).state().characterSpace = space; };
     base.op_Tw = [](fz_context *, pdf_processor *processor, float space) { of(processor).state().wordSpace = space; };
@@ -102,7 +113,10 @@ void TextProcessor::connect(pdf_processor &base) noexcept
     base.op_Tf = [](fz_context *context, pdf_processor *processor, const char *, pdf_font_desc *font, float size) {
         of(processor).setFont(context, font, size);
     };
+}
 
+void TextProcessor::connectPlacing(pdf_processor &base) noexcept
+{
     base.op_BT = [](fz_context *, pdf_processor *processor) {
         of(processor).m_text = fz_identity;
         of(processor).m_textLine = fz_identity;
@@ -118,7 +132,10 @@ void TextProcessor::connect(pdf_processor &base) noexcept
     };
     base.op_Tstar
         = [](fz_context *, pdf_processor *processor) { of(processor).moveLine(0, -of(processor).state().leading); };
+}
 
+void TextProcessor::connectShowing(pdf_processor &base) noexcept
+{
     base.op_TJ = [](fz_context *context, pdf_processor *processor, pdf_obj *array) {
         of(processor).showArray(context, processor, array);
     };
@@ -282,7 +299,7 @@ void TextProcessor::showCharacter(fz_context *context, const Course &course, int
     // Where text space lies is in m_text; its directions haven't changed since the string began.
     const fz_point place = applied(fz_concat(m_text, state.matrix), originX, state.rise);
     const double advanceOnPage = std::abs(double{width}) * course.unit;
-    const float reach = static_cast<float>(std::max(course.fontSize, advanceOnPage));
+    const auto reach = static_cast<float>(std::max(course.fontSize, advanceOnPage));
     const bool isOnPage = place.x + reach > m_bounds.x0 && place.x - reach < m_bounds.x1
         && place.y + reach > m_bounds.y0 && place.y - reach < m_bounds.y1;
     if (course.isShown && course.unit > 0 && isOnPage) {

@@ -58,6 +58,10 @@ private:
 
     static TextProcessor &of(pdf_processor *processor) noexcept;
     static void connect(pdf_processor &base) noexcept;
+    static void connectState(pdf_processor &base) noexcept;
+    static void connectTextState(pdf_processor &base) noexcept;
+    static void connectPlacing(pdf_processor &base) noexcept;
+    static void connectShowing(pdf_processor &base) noexcept;
 
     void drawForm(fz_context *context, pdf_processor *processor, pdf_obj *form, pdf_obj *pageResources) noexcept;
     void setFont(fz_context *context, pdf_font_desc *font, float size) noexcept;

@@ -1,5 +1,7 @@
 #include "Platform/Qt/PictureDecoder.h"
 
+#include "Platform/Qt/QtRuntime.h"
+
 #include <QIODevice>
 #include <QImage>
 #include <QImageReader>
@@ -172,6 +174,7 @@ private:
 /// Once for the process, before the first picture.
 bool prepare()
 {
+    QtRuntime::ensureMainThread();
     otherFilter = QLoggingCategory::installFilter(silencePictures);
     QImageReader::setAllocationLimit(allocationLimit);
     return true;

@@ -7,13 +7,15 @@
 #include <QGuiApplication>
 #include <QMutex>
 #include <QSet>
+#include <QThread>
 #include <array>
 #include <clocale>
+#include <condition_variable>
+#include <deque>
+#include <functional>
 #include <future>
-#include <memory>
 #include <mutex>
 #include <thread>
-#include <unistd.h>
 
 namespace nolfa {
 
@@ -37,18 +39,52 @@ void makeApplication()
     std::setlocale(LC_NUMERIC, "C");
 }
 
-/// The thread that made the application counts as the main one, so it outlives all use: it sleeps until the process
-/// ends.
-void makeApplicationOnItsThread()
+/// Qt takes the first thread that it meets for the main one, and refers to it until the process ends. In a process
+/// without an application of its own that thread must not be one of those that come and go: it is this one, which
+/// waits for work and never ends.
+class MainThread {
+public:
+    MainThread()
+    {
+        std::thread([this] { serve(); }).detach();
+        run([] { QThread::currentThread(); });
+    }
+
+    /// Has the thread do @p work, and waits for it.
+    void run(std::function<void()> work)
+    {
+        std::packaged_task<void()> task(std::move(work));
+        std::future<void> isDone = task.get_future();
+        {
+            const std::scoped_lock lock(m_mutex);
+            m_tasks.push_back(std::move(task));
+        }
+        m_changed.notify_one();
+        isDone.get();
+    }
+
+private:
+    [[noreturn]] void serve()
+    {
+        for (;;) {
+            std::unique_lock lock(m_mutex);
+            m_changed.wait(lock, [this] { return !m_tasks.empty(); });
+            std::packaged_task<void()> task = std::move(m_tasks.front());
+            m_tasks.pop_front();
+            lock.unlock();
+            task();
+        }
+    }
+
+    std::mutex m_mutex;
+    std::condition_variable m_changed;
+    std::deque<std::packaged_task<void()>> m_tasks;
+};
+
+MainThread &mainThread()
 {
-    const auto isMade = std::make_shared<std::promise<void>>();
-    std::thread([isMade] {
-        makeApplication();
-        isMade->set_value();
-        for (;;)
-            ::pause();
-    }).detach();
-    isMade->get_future().wait();
+    static auto *const thread = new MainThread;
+    return *thread;
 }
 
 } // namespace
@@ -58,10 +94,19 @@ void QtRuntime::ensure()
     static std::once_flag once;
     std::call_once(once, [] {
         if (QCoreApplication::instance() == nullptr)
-            makeApplicationOnItsThread();
+            mainThread().run(makeApplication);
     });
     if (qobject_cast<QGuiApplication *>(QCoreApplication::instance()) == nullptr)
         throw PlatformError("the application has no part for fonts and pictures");
+}
+
+void QtRuntime::ensureMainThread()
+{
+    static std::once_flag once;
+    std::call_once(once, [] {
+        if (QCoreApplication::instance() == nullptr)
+            mainThread();
+    });
 }
 
 void QtRuntime::addFonts(const std::filesystem::path &folder)

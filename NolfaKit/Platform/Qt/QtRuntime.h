@@ -10,6 +10,10 @@ namespace nolfa::QtRuntime {
 /// @throws PlatformError
 void ensure();
 
+/// Sees to it that Qt's main thread is one that stays. Enough for pictures, and cheaper than ensure(), which may
+/// follow. Thread-safe.
+void ensureMainThread();
+
 /// Makes the fonts in a folder known, once for each folder. Thread-safe.
 void addFonts(const std::filesystem::path &folder);
 
