@@ -2,6 +2,7 @@
 
 #include "Support/Processes.h"
 
+#include <algorithm>
 #include <atomic>
 #include <chrono>
 #include <future>

@@ -13,8 +13,7 @@ inline void ensureApplication()
     static int count = 1;
     static char name[] = "test";
     static char *arguments[] = {name, nullptr};
-    if (QCoreApplication::instance() == nullptr)
-        static const QCoreApplication application(count, arguments);
+    [[maybe_unused]] static const auto *const application = new QCoreApplication(count, arguments);
 }
 
 /// Handles events until a condition holds.

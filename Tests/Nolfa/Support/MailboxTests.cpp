@@ -2,6 +2,7 @@
 
 #include "Nolfa/Support/EventLoop.h"
 
+#include <algorithm>
 #include <gtest/gtest.h>
 #include <optional>
 #include <vector>

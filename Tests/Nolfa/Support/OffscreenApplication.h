@@ -13,8 +13,8 @@ inline void ensureOffscreenApplication()
     static char option[] = "-platform";
     static char platform[] = "offscreen";
     static char *arguments[] = {name, option, platform, nullptr};
-    if (QCoreApplication::instance() == nullptr)
-        static const QGuiApplication application(count, arguments);
+    // Never destroyed: fonts and pictures may be in use until the very end.
+    [[maybe_unused]] static const auto *const application = new QGuiApplication(count, arguments);
 }
 
 } // namespace nolfa::testing

@@ -356,6 +356,25 @@ TEST_F(ConvertViewModelTests, aPressWhileRowsRunReplacesTheBatchAndTheEarlierRow
     EXPECT_EQ(service->calls().size(), 2U) << "the running row wasn't started again";
 }
 
+TEST_F(ConvertViewModelTests, aPressForgetsTheOutputsOfABatchThatIsStillUnderWay)
+{
+    settings().setRevealAfterConvert(true);
+    add({"/1.md", "/2.md"});
+    press();
+    service->succeed("1.md", "/1.pdf");
+    ASSERT_TRUE(comesTo(0, Case::done));
+    ASSERT_EQ(model().batchOutputs(), Files{"/1.pdf"});
+    add({"/3.md"});
+    press();
+    EXPECT_TRUE(model().batchOutputs().empty());
+    service->succeed("3.md", "/3.pdf");
+    ASSERT_TRUE(comesTo(2, Case::done));
+    EXPECT_EQ(desktop->revealed, (std::vector<Files>{{"/3.pdf"}}));
+    service->succeed("2.md", "/2.pdf");
+    ASSERT_TRUE(comesTo(1, Case::done));
+    EXPECT_EQ(desktop->revealed.size(), 1U) << "a row of no batch is followed by nothing";
+}
+
 // Showing what was made
 
 TEST_F(ConvertViewModelTests, threeRowsOfWhichOneFailsRevealTwoOutputsOnceInSettlingOrder)
