@@ -165,6 +165,42 @@ Rectangle {
             }
         }
 
+        Heading { text: "Choices" }
+        RowLayout {
+            spacing: 16
+            SegmentedPicker { title: "Tool"; labels: [L10n.T("Convert", "Conversion"), L10n.T("Compare", "Comparaison"), L10n.T("Watermark", "Filigrane")] }
+            SegmentedPicker { title: "Placement"; labels: [L10n.T("Centered", "Centré"), L10n.T("Tiled", "Mosaïque")]; currentIndex: 1; isSmall: true; Layout.preferredWidth: 200; looksFocused: true }
+        }
+        Item { width: 1; height: 12 }
+        RowLayout {
+            spacing: 16
+            Repeater {
+                model: ["rest", "hover", "open", "focus", "disabled"]
+                PopUpPicker {
+                    required property string modelData
+                    title: "Target"
+                    model: [{ text: "Markdown", value: "markdown" }]
+                    looksHovered: modelData === "hover"
+                    looksFocused: modelData === "focus"
+                    looksOpen: modelData === "open"
+                    enabled: modelData !== "disabled"
+                }
+            }
+        }
+        Item { width: 1; height: 12 }
+        Item {
+            width: 220
+            height: 200
+            PopUpPicker {
+                id: list1
+                title: "Target"
+                width: 220
+                model: [{ text: "Word", value: 1, section: "Documents" }, { text: "PDF", value: 2, section: "Documents" },
+                    { text: "PowerPoint", value: 3, section: L10n.T("Presentations", "Présentations") }]
+                Timer { interval: 100; running: true; onTriggered: list1.popup.open() }
+            }
+        }
+
         Heading { text: "Mark, symbols, texts" }
         RowLayout {
             spacing: 24
