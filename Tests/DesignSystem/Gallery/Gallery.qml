@@ -228,6 +228,13 @@ Rectangle {
             }
         }
 
+        Heading { text: "Wells" }
+        Row {
+            spacing: 24
+            Bookplate { width: 340; height: 136 }
+            Bookplate { width: 340; height: 136; targeted: true }
+        }
+
         Heading { text: "Soft scroll edge" }
         Item {
             width: parent.width
