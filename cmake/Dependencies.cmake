@@ -23,7 +23,7 @@ pkg_check_modules(TESSERACT REQUIRED IMPORTED_TARGET tesseract lept)
 # The OpenMP library that Debian's Tesseract is linked with, whatever the compiler at hand would take.
 find_library(GOMP_LIBRARY NAMES libgomp.so.1 REQUIRED)
 if(NOLFA_BUILD_APP)
-  find_package(Qt6 6.4 REQUIRED COMPONENTS Quick QuickTest)
+  find_package(Qt6 6.4 REQUIRED COMPONENTS DBus Quick QuickTest Svg Test)
 endif()
 if(NOLFA_BUILD_TESTS)
   find_package(GTest REQUIRED)

@@ -1,6 +1,6 @@
+import NolfaKit.DesignSystem
 import QtQuick
 import QtQuick.Layouts
-import Nolfa.App
 
 /// What the window has to say as long as its tools are not there.
 ColumnLayout {
@@ -16,8 +16,8 @@ ColumnLayout {
 
     Text {
         text: root.title
-        color: "#1A1714"
-        font.pixelSize: 30
+        color: Palette.ink
+        font: AppFont.display(30, AppFont.Display.Medium, -0.3)
         Layout.alignment: Qt.AlignHCenter
         Accessible.role: Accessible.Heading
         Accessible.name: text
@@ -25,8 +25,8 @@ ColumnLayout {
 
     Text {
         text: root.explanation
-        color: "#5B6068"
-        font.pixelSize: 15
+        color: Palette.slate
+        font: AppFont.body(15)
         wrapMode: Text.Wrap
         horizontalAlignment: Text.AlignHCenter
         Layout.fillWidth: true
@@ -38,9 +38,8 @@ ColumnLayout {
         text: root.command
         readOnly: true
         selectByMouse: true
-        color: "#6E2433"
-        font.family: "monospace"
-        font.pixelSize: 15
+        color: Palette.burgundy
+        font: AppFont.mono(15)
         Layout.alignment: Qt.AlignHCenter
         Accessible.role: Accessible.EditableText
         Accessible.name: text

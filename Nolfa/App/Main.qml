@@ -1,3 +1,4 @@
+import NolfaKit.DesignSystem
 import QtQuick
 import Nolfa.App
 
@@ -11,7 +12,7 @@ Window {
     minimumHeight: 320
     visible: true
     title: "Nolfa"
-    color: "#FBF9F4"
+    color: Palette.paper
 
     ComingView {
         anchors.centerIn: parent

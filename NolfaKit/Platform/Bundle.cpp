@@ -3,6 +3,8 @@
 #include "Platform/File.h"
 #include "Platform/JSON.h"
 
+#include <algorithm>
+
 namespace nolfa {
 
 Bundle::Bundle(std::filesystem::path root)
@@ -28,6 +30,20 @@ std::optional<std::filesystem::path> Bundle::resource(
     if (!std::filesystem::exists(candidate, ignored))
         return std::nullopt;
     return candidate;
+}
+
+std::vector<std::filesystem::path> Bundle::resources(std::string_view extension, std::string_view subfolder) const
+{
+    const std::string wanted = "." + std::string(extension);
+    std::vector<std::filesystem::path> found;
+    std::error_code ignored;
+    for (const std::filesystem::directory_entry &entry :
+        std::filesystem::directory_iterator(m_root / subfolder, ignored)) {
+        if (entry.path().extension() == wanted && entry.is_regular_file(ignored))
+            found.push_back(entry.path());
+    }
+    std::ranges::sort(found);
+    return found;
 }
 
 std::optional<std::string> Bundle::value(std::string_view key) const

@@ -4,6 +4,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace nolfa {
 
@@ -21,6 +22,10 @@ public:
     /// A file by name and extension (may be empty), in a subfolder or at the top. Absent when nothing is there.
     [[nodiscard]] std::optional<std::filesystem::path> resource(
         std::string_view name, std::string_view extension = {}, std::string_view subfolder = {}) const;
+
+    /// Every file of an extension in a subfolder or at the top, by name. Empty when there is none.
+    [[nodiscard]] std::vector<std::filesystem::path> resources(
+        std::string_view extension, std::string_view subfolder = {}) const;
 
     /// A text of Info.json. Read anew at each call; absent when it isn't there.
     [[nodiscard]] std::optional<std::string> value(std::string_view key) const;

@@ -19,6 +19,21 @@ TEST(Bundle, findsResourcesByNameExtensionAndSubfolder)
     EXPECT_EQ(bundle.resource("reference", "pptx"), std::nullopt);
 }
 
+TEST(Bundle, listsTheFilesOfAnExtensionByName)
+{
+    const TemporaryFolder folder;
+    folder.write("Fonts/b.ttf", "x");
+    folder.write("Fonts/a.ttf", "x");
+    folder.write("Fonts/a.txt", "x");
+    folder.write("Fonts/below/c.ttf", "x");
+    folder.write("top.ttf", "x");
+    const Bundle bundle(folder.path());
+    using Files = std::vector<std::filesystem::path>;
+    EXPECT_EQ(bundle.resources("ttf", "Fonts"), (Files{folder / "Fonts/a.ttf", folder / "Fonts/b.ttf"}));
+    EXPECT_EQ(bundle.resources("ttf"), Files{folder / "top.ttf"});
+    EXPECT_EQ(bundle.resources("ttf", "nowhere"), Files{});
+}
+
 TEST(Bundle, readsValuesOfInfo)
 {
     const TemporaryFolder folder;
