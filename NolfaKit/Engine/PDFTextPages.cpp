@@ -17,9 +17,9 @@ namespace {
 /// Pages that make a further thread worth while.
 constexpr std::size_t leastBatch = 16;
 
-/// How often a thread comes back for more: neighbouring pages share packed objects, which each thread unpacks for
-/// itself, so few and long runs are cheaper, and several let a fast thread help a slow one.
-constexpr std::size_t batchesOfThread = 4;
+/// The part of what is left that a thread takes at a time. Neighbouring pages share packed objects, which each thread
+/// unpacks for itself, so runs begin long; they become short, so that all threads end together.
+constexpr std::size_t shareOfThread = 2;
 
 /// More threads would wait for the memory rather than work.
 constexpr std::size_t mostThreads = 8;
@@ -29,7 +29,7 @@ class Reading {
 public:
     Reading(std::size_t pageCount, std::size_t threads, const std::stop_token &stop)
         : m_pages(pageCount)
-        , m_batch(std::max(leastBatch, pageCount / (threads * batchesOfThread)))
+        , m_threads(threads)
         , m_stop(stop)
     {
     }
@@ -38,9 +38,8 @@ public:
     void run(const PDFDocument &document) noexcept
     {
         try {
-            for (std::size_t first = m_next.fetch_add(m_batch); first < m_pages.size() && !m_hasFailed;
-                 first = m_next.fetch_add(m_batch)) {
-                for (std::size_t page = first; page < std::min(first + m_batch, m_pages.size()); ++page)
+            for (Run run = nextRun(); run.first < run.end && !m_hasFailed; run = nextRun()) {
+                for (std::size_t page = run.first; page < run.end; ++page)
                     read(document, page);
             }
         } catch (...) {
@@ -58,6 +57,21 @@ public:
     }
 
 private:
+    struct Run {
+        std::size_t first;
+        std::size_t end;
+    };
+
+    /// Pages that no thread has taken yet; none when there are none left.
+    Run nextRun()
+    {
+        const std::scoped_lock lock(m_mutex);
+        const std::size_t left = m_pages.size() - m_next;
+        const Run run{m_next, m_next + std::min(left, std::max(leastBatch, left / (m_threads * shareOfThread)))};
+        m_next = run.end;
+        return run;
+    }
+
     void read(const PDFDocument &document, std::size_t page)
     {
         if (m_stop.stop_requested())
@@ -77,9 +91,9 @@ private:
     }
 
     std::vector<std::vector<PDFTextLine>> m_pages;
-    std::size_t m_batch;
+    std::size_t m_threads;
     const std::stop_token &m_stop;
-    std::atomic<std::size_t> m_next = 0;
+    std::size_t m_next = 0; ///< guarded
     std::atomic<std::size_t> m_size = 0;
     std::atomic<bool> m_hasFailed = false;
     std::mutex m_mutex;

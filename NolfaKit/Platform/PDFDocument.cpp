@@ -80,7 +80,7 @@ struct PDFDocument::Implementation {
         });
     }
 
-    /// Walks the tree of pages, which parses every one of them: the greater part of opening a large file.
+    /// Walks the tree of pages.
     void listPages()
     {
         int count = 0;
@@ -116,7 +116,16 @@ struct PDFDocument::Implementation {
                 pages.push_back(pdf_is_indirect(mu, node) != 0 ? pdf_to_num(mu, node) : 0);
                 continue;
             }
-            for (int kid = pdf_array_len(mu, kids); kid-- > 0;)
+            const int count = pdf_array_len(mu, kids);
+            // A node with as many leaves as kids has nothing but leaves, which needn't be parsed yet. What is none
+            // after all shows in dictionary().
+            if (count == pdf_dict_get_int(mu, node, PDF_NAME(Count))) {
+                seen += static_cast<std::size_t>(count);
+                for (int kid = 0; kid < count; ++kid)
+                    pages.push_back(pdf_to_num(mu, pdf_array_get(mu, kids, kid)));
+                continue;
+            }
+            for (int kid = count; kid-- > 0;)
                 pendingNodes.push_back(pdf_array_get(mu, kids, kid));
         }
         if (!pendingNodes.empty())
@@ -131,6 +140,8 @@ struct PDFDocument::Implementation {
             return pdf_lookup_page_obj(mu, document, static_cast<int>(index));
         pdf_obj *const page = pdf_load_object(mu, document, number);
         pdf_drop_obj(mu, page);
+        if (pdf_is_dict(mu, page) == 0 || pdf_dict_get(mu, page, PDF_NAME(Kids)) != nullptr)
+            return pdf_lookup_page_obj(mu, document, static_cast<int>(index));
         return page;
     }
 

@@ -259,6 +259,22 @@ TEST_F(PDFDocumentTest, aStopEndsReadingAndDrawing)
     EXPECT_EQ(document.textLines(0, {}).size(), 1U) << "the document serves on";
 }
 
+TEST_F(PDFDocumentTest, aTreeWithNodesOfOnePageEachIsWalked)
+{
+    std::string bytes = PDFBuilder().textPage({"one"}).textPage({"two"}).bytes();
+    // A node between the root and the first page, which has as many leaves as kids all the same.
+    const std::string kids = "/Kids [ 5 0 R 7 0 R ]";
+    bytes.replace(bytes.find(kids), kids.size(), "/Kids [ 8 0 R 7 0 R ]");
+    bytes.resize(bytes.find("xref"));
+    bytes += "8 0 obj\n<< /Type /Pages /Parent 2 0 R /Count 1 /Kids [5 0 R] >>\nendobj\n"
+             "trailer\n<< /Root 1 0 R /Size 9 >>\n";
+    const std::optional<PDFDocument> document = PDFDocument::open(folder.write("tree.pdf", bytes));
+    ASSERT_TRUE(document);
+    EXPECT_EQ(document->pageCount(), 2U);
+    EXPECT_THAT(document->textLines(0, {}), ElementsAre(PDFTextLine{"one", 12}));
+    EXPECT_THAT(document->openedAgain().value().textLines(1, {}), ElementsAre(PDFTextLine{"two", 12}));
+}
+
 TEST_F(PDFDocumentTest, aDamagedTableOfObjectsIsRepaired)
 {
     std::string bytes = PDFBuilder().textPage({"still there"}).bytes();
