@@ -12,7 +12,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr std::uintmax_t mebibyte = 1024 * 1024;
+constexpr std::uintmax_t mebibyte = 1U << 20U;
 constexpr std::uintmax_t largestPicture = 64 * mebibyte;
 constexpr std::uintmax_t largestTotal = 96 * mebibyte;
 

@@ -333,7 +333,7 @@ private:
         m_result.pictures.push_back(std::move(*bytes));
         m_result.html += name;
         // Only what is small is likely to come again, as a logo does.
-        constexpr std::size_t small = 64 * 1024;
+        constexpr std::size_t small = 64U << 10U;
         if (source.size() <= small)
             m_known.emplace(source, std::move(name));
     }

@@ -108,6 +108,7 @@ bool isSetAnew(std::string_view variable, const std::vector<std::string> &enviro
 std::vector<char *> environmentVector(const std::vector<std::string> &environment)
 {
     std::vector<char *> result;
+    result.reserve(environment.size());
     for (const std::string &variable : environment)
         result.push_back(const_cast<char *>(variable.c_str()));
     for (char **variable = environ; variable != nullptr && *variable != nullptr; ++variable) {

@@ -4,7 +4,7 @@
 
 namespace nolfa {
 
-std::unique_ptr<PictureSource> PictureSource::open(std::string_view bytes, std::stop_token stop)
+std::unique_ptr<PictureSource> PictureSource::open(std::string_view bytes, const std::stop_token &stop)
 {
     return std::unique_ptr<PictureSource>(QtFunctions::loaded().openPicture(bytes, stop));
 }

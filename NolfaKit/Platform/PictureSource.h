@@ -30,7 +30,7 @@ public:
     /// @param stop   ends the decoding soon after it is requested; the picture is then absent
     /// @return absent when it is no picture
     /// @throws PlatformError when the decoder can't be loaded
-    [[nodiscard]] static std::unique_ptr<PictureSource> open(std::string_view bytes, std::stop_token stop);
+    [[nodiscard]] static std::unique_ptr<PictureSource> open(std::string_view bytes, const std::stop_token &stop);
 
     /// Absent when the picture doesn't tell; both at least 1.
     [[nodiscard]] virtual std::optional<Dimensions> pixelSize() = 0;

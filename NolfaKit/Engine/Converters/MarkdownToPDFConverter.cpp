@@ -36,7 +36,7 @@ std::span<const std::filesystem::path> MarkdownToPDFConverter::systemPlaces()
 std::optional<std::filesystem::path> MarkdownToPDFConverter::resolveTypst(
     const Bundle &bundle, std::span<const std::filesystem::path> places)
 {
-    const std::optional<std::filesystem::path> own = bundle.resource("typst", {}, "bin");
+    std::optional<std::filesystem::path> own = bundle.resource("typst", {}, "bin");
     if (own && File::isExecutable(*own))
         return own;
     for (const std::filesystem::path &place : places) {

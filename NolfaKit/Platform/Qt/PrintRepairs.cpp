@@ -42,7 +42,7 @@ void PrintRepairs::apply()
     all.endEditBlock();
 }
 
-void PrintRepairs::repairBlock(QTextBlock block)
+void PrintRepairs::repairBlock(const QTextBlock &block)
 {
     std::vector<Fragment> fragments;
     for (auto at = block.begin(); !at.atEnd(); ++at) {
@@ -55,9 +55,10 @@ void PrintRepairs::repairBlock(QTextBlock block)
     repairSizes(fragments);
     bool hasPicture = false;
     // From the end, so that positions before an edit stay right.
-    for (auto fragment = fragments.rbegin(); fragment != fragments.rend(); ++fragment) {
-        if (fragment->format.isImageFormat())
-            hasPicture |= repairPicture(*fragment, block);
+    std::ranges::reverse(fragments);
+    for (const Fragment &fragment : fragments) {
+        if (fragment.format.isImageFormat())
+            hasPicture |= repairPicture(fragment, block);
     }
     repairEmoji(block);
     repairLineHeight(block, pointSize, hasPicture);
@@ -176,7 +177,7 @@ void PrintRepairs::repairLineHeight(const QTextBlock &block, double pointSize, b
 }
 
 /// A list item with a marker of its own leaves the list, and the marker hangs before its text.
-void PrintRepairs::placeMarker(QTextBlock block)
+void PrintRepairs::placeMarker(const QTextBlock &block)
 {
     const QString content = block.text();
     if (!content.startsWith(text(HTMLPrinter::markerStart)))

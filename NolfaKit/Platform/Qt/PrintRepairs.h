@@ -33,14 +33,14 @@ private:
         QTextCharFormat format;
     };
 
-    void repairBlock(QTextBlock block);
+    void repairBlock(const QTextBlock &block);
     void repairSizes(const std::vector<Fragment> &fragments);
     /// @return whether a picture is left
     bool repairPicture(const Fragment &fragment, const QTextBlock &block);
     void giveOwnLine(const Fragment &fragment, const QTextBlock &block);
     void repairEmoji(const QTextBlock &block);
     void repairLineHeight(const QTextBlock &block, double pointSize, bool hasPicture);
-    void placeMarker(QTextBlock block);
+    void placeMarker(const QTextBlock &block);
     void repairTables(QTextFrame &frame);
     [[nodiscard]] QSizeF bounded(QSizeF size, const QTextBlock &block) const;
 

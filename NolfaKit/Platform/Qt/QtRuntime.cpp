@@ -33,7 +33,7 @@ void makeApplication()
     static int count = 3;
     // It complains of a locale without UTF-8 and of the thread, neither of which matters here.
     const QtMessageHandler before = qInstallMessageHandler(keepSilent);
-    new QGuiApplication(count, words.data());
+    [[maybe_unused]] static const auto *const application = new QGuiApplication(count, words.data());
     qInstallMessageHandler(before);
     // The application takes the user's locale for the whole process; numbers in files keep their points.
     std::setlocale(LC_NUMERIC, "C");
