@@ -43,8 +43,11 @@ class ApplicationTest(unittest.TestCase):
         return [self.sample(name, "orchard.pdf" if name == "letter.pdf" else None) for name in OUTPUTS]
 
     def wait_for_end_of_batch(self, program):
-        program.find("animation", "Converting")
-        wait_for("the end", lambda: not program.all("animation"))
+        def count():
+            return [name for name in program.names("label") if name.startswith("Converting ")]
+
+        wait_for("the footer's count", count)
+        wait_for("the end", lambda: not count())
 
     def test_real_files_of_every_format_are_dropped_converted_and_named(self):
         files = self.every_sample()
