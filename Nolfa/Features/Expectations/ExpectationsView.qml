@@ -71,8 +71,7 @@ FocusScope {
         TXm {
             objectName: "lead"
             width: parent.width
-            topPadding: 1
-            bottomPadding: 11
+            bottomPadding: 12
             lineHeight: 20 * AppFont.textScale
             lineHeightMode: Text.FixedHeight
             wrapMode: Text.Wrap

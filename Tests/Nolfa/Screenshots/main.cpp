@@ -1,7 +1,7 @@
 // Draws a window into a file: nolfa-screens SCENE.qml OUT.png en|fr [TEXT-SIZE]
 
 #include "DesignSystem/Fonts.h"
-#include "Nolfa/Support/SettingsOnFile.h"
+#include "Nolfa/Support/ScreenSurroundings.h"
 #include "Platform/Bundle.h"
 
 #include <QFont>
@@ -25,7 +25,7 @@ int main(int argc, char **argv)
         QGuiApplication::setFont(font);
     }
     nolfa::Fonts::registerIfNeeded(nolfa::Bundle::main());
-    nolfa::testing::SettingsOnFile surroundings;
+    nolfa::testing::ScreenSurroundings surroundings;
     surroundings.settings()->setProperty("language", QString::fromLocal8Bit(argv[3]));
 
     QQmlApplicationEngine engine;
@@ -41,4 +41,3 @@ int main(int argc, char **argv)
     });
     return QGuiApplication::exec();
 }
-
