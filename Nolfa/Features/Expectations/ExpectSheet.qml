@@ -10,6 +10,9 @@ T.Dialog {
     readonly property alias view: view
     /// How far the sheet still is below its place while it comes.
     property real lift: 0
+    /// Who had the keyboard before, and whether it showed.
+    property Item before: null
+    property bool beforeShowed: false
 
     parent: T.Overlay.overlay
     x: parent ? Math.round((parent.width - width) / 2) : 0
@@ -21,6 +24,16 @@ T.Dialog {
     modal: true
     focus: true
     closePolicy: T.Popup.CloseOnEscape
+
+    onAboutToShow: {
+        before = parent.Window.activeFocusItem
+        beforeShowed = before !== null && before.visualFocus === true
+    }
+    onClosed: {
+        if (before)
+            before.forceActiveFocus(beforeShowed ? Qt.TabFocusReason : Qt.PopupFocusReason)
+        before = null
+    }
 
     contentItem: ExpectationsView {
         id: view
