@@ -9,6 +9,12 @@ T.CheckBox {
     property bool looksHovered: hovered
     property bool looksFocused: visualFocus
 
+    /// As a click does, for assistive technology.
+    function answer() {
+        toggle()
+        toggled()
+    }
+
     implicitWidth: Math.ceil(label.implicitWidth) + leftPadding + rightPadding
     implicitHeight: Math.max(32, label.implicitHeight + topPadding + bottomPadding)
     verticalPadding: 4
@@ -19,8 +25,8 @@ T.CheckBox {
     Accessible.name: text
     Accessible.checkable: true
     Accessible.checked: checked
-    Accessible.onPressAction: root.click()
-    Accessible.onToggleAction: root.click()
+    Accessible.onPressAction: answer()
+    Accessible.onToggleAction: answer()
 
     indicator: Rectangle {
         objectName: "box"

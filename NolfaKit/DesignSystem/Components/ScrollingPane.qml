@@ -71,7 +71,8 @@ T.Control {
 
             T.ScrollBar.vertical: NolfaScrollBar {
                 leftPadding: 4
-                rightPadding: 4
+                // Beside the ring, when that shows.
+                rightPadding: root.looksFocused ? 8 : 4
                 topPadding: 6
                 bottomPadding: 6
             }
