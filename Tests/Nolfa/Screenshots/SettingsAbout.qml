@@ -1,7 +1,7 @@
 import QtQuick
 import Nolfa.Features.Settings
 
-/// The last pane.
+/// The last pane, while there is no payment page.
 SettingsWindow {
     settings: surroundings.settings
     visible: true
