@@ -20,7 +20,7 @@ Item {
 
         x: root.sideMargin
         anchors.verticalCenter: parent.verticalCenter
-        width: root.width - 2 * root.sideMargin - 2 * root.tierWidth
+        width: root.width - 2 * root.sideMargin - 2 * root.tierWidth - spacing
         spacing: 8
 
         Text {

@@ -9,6 +9,6 @@ ScrollingPane {
     title: label
     sideMargin: 40
     topMargin: 24
-    bottomMargin: 32
+    bottomMargin: 24
     spacing: 24
 }

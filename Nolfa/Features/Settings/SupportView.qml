@@ -31,8 +31,8 @@ Card {
             TX {
                 objectName: "title"
                 width: parent.width
-                height: implicitHeight + 11
                 topPadding: 3
+                bottomPadding: 8
                 en: "Support Nolfa"
                 fr: "Soutenir Nolfa"
                 font: AppFont.display(17, AppFont.Display.Semibold)

@@ -37,7 +37,8 @@ T.CheckBox {
         radius: 4
         color: root.checked ? (root.enabled ? Palette.burgundy : Palette.stone)
             : root.enabled && (root.looksHovered || root.down) ? Palette.mist : Palette.surface
-        border.width: 1.5
+        // Whole pixels of the device: a half would be thick on one side.
+        border.width: Math.floor(1.5 * Screen.devicePixelRatio) / Screen.devicePixelRatio
         border.color: !root.enabled ? Palette.stone : root.checked ? Palette.burgundy : Palette.slate
 
         Behavior on color { ColorAnimation { duration: Metrics.animDuration } }
