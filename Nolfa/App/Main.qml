@@ -1,21 +1,23 @@
 import NolfaKit.DesignSystem
 import QtQuick
-import Nolfa.App
 
 /// The main window.
 Window {
     id: root
 
+    /// The `AppModel`.
+    required property QtObject app
+
     width: 820
     height: 560
-    minimumWidth: 480
-    minimumHeight: 320
+    minimumWidth: 720
+    minimumHeight: 420
     visible: true
     title: "Nolfa"
     color: Palette.paper
 
-    ComingView {
-        anchors.centerIn: parent
-        width: Math.min(parent.width - 80, 560)
+    RootView {
+        anchors.fill: parent
+        app: root.app
     }
 }

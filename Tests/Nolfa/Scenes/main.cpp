@@ -1,4 +1,4 @@
-// Draws a window into a file: nolfa-screens SCENE.qml OUT.png en|fr [TEXT-SIZE]
+// Draws a window into a file: nolfa-scene SCENE.qml OUT.png en|fr [TEXT-SIZE]
 
 #include "DesignSystem/Fonts.h"
 #include "Nolfa/Support/ScreenSurroundings.h"
@@ -15,7 +15,7 @@
 int main(int argc, char **argv)
 {
     if (argc < 4) {
-        std::fputs("usage: nolfa-screens SCENE.qml OUT.png en|fr [TEXT-SIZE]\n", stderr);
+        std::fputs("usage: nolfa-scene SCENE.qml OUT.png en|fr [TEXT-SIZE]\n", stderr);
         return 2;
     }
     QGuiApplication application(argc, argv);
