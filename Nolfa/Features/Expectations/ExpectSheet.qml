@@ -25,6 +25,8 @@ T.Dialog {
     focus: true
     closePolicy: T.Popup.CloseOnEscape
 
+    // The template gives its item a role, but no name.
+    Component.onCompleted: contentItem.parent.Accessible.name = Qt.binding(() => title)
     onAboutToShow: {
         before = parent.Window.activeFocusItem
         beforeShowed = before !== null && before.visualFocus === true

@@ -244,6 +244,7 @@ TestCase {
 
     function test_roles_and_names() {
         const sheet = openSheet()
+        compare(sheet.contentItem.parent.Accessible.name, "What to expect")
         compare(part(sheet, "title").Accessible.role, Accessible.Heading)
         compare(part(sheet, "directTitle").Accessible.role, Accessible.Heading)
         compare(part(sheet, "done").Accessible.role, Accessible.Button)

@@ -75,6 +75,8 @@ TestCase {
         verify(tabs()[1].pane.visible)
         verify(!tabs()[0].pane.visible)
         verify(!tabs()[1].looksFocused)
+        compare(tabs().map(tab => tab.checked), [false, true])
+        compare(tabs().map(tab => tab.Accessible.selected), [false, true])
     }
 
     function test_a_tab_is_large_enough() {
@@ -84,17 +86,19 @@ TestCase {
 
     function test_a_tab_answers_the_pointer() {
         const [first, second] = tabs()
-        tryCompare(first, "color", Palette.mist)
+        tryCompare(first.background, "color", Palette.mist)
         mouseMove(second, 20, 20)
-        tryVerify(() => second.color.a > 0.4)
+        tryVerify(() => second.background.color.a > 0.4)
         compare(second.foreground, Palette.ink)
         mouseMove(shown.contentItem, 300, 500)
-        tryVerify(() => second.color.a === 0)
+        tryVerify(() => second.background.color.a === 0)
     }
 
     function test_arrows_move_the_choice_and_stop_at_the_ends() {
         keyClick(Qt.Key_Right)
         compare(shown.currentIndex, 1)
+        compare(focused(), tabs()[1])
+        verify(tabs()[1].looksFocused)
         keyClick(Qt.Key_Right)
         compare(shown.currentIndex, 1)
         keyClick(Qt.Key_Left)
@@ -124,8 +128,8 @@ TestCase {
 
     function test_tab_walks_through_the_controls_of_the_pane_on_show() {
         settings.outputMode = "custom"
-        const expected = [picker("language"), picker("outputMode"), part("chooseFolder"), part("reveal"), part("tabs")]
-        verify(part("tabs").activeFocus)
+        const expected = [picker("language"), picker("outputMode"), part("chooseFolder"), part("reveal"), tabs()[0]]
+        compare(focused(), tabs()[0])
         for (const item of expected) {
             keyClick(Qt.Key_Tab)
             compare(focused(), item)
@@ -140,6 +144,6 @@ TestCase {
         keyClick(Qt.Key_Right)
         keyClick(Qt.Key_Tab)
         // Nothing on this pane takes the keyboard as long as there is no link.
-        compare(focused(), part("tabs"))
+        compare(focused(), tabs()[1])
     }
 }
