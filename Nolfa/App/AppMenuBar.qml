@@ -7,6 +7,8 @@ NolfaMenuBar {
     id: root
 
     required property QtObject app
+    /// No sheet is over the window.
+    readonly property bool isFree: !app.showExpectations
 
     /// As if its word had been pressed.
     function openMenu(index) {
@@ -25,6 +27,7 @@ NolfaMenuBar {
         T.Action {
             text: L10n.T("Open…", "Ouvrir…")
             shortcut: "Ctrl+O"
+            enabled: root.isFree
             onTriggered: root.app.chooseFiles()
         }
         T.Action {
@@ -48,6 +51,7 @@ NolfaMenuBar {
                 required property var modelData
                 text: modelData.title
                 shortcut: modelData.shortcut
+                enabled: root.isFree
                 onTriggered: root.app.tool = modelData.tool
             }
             onObjectAdded: (index, action) => tools.insertAction(index, action)

@@ -1,5 +1,6 @@
 import NolfaKit.DesignSystem
 import QtQuick
+import Nolfa.Features.Settings
 
 /// The main window.
 Window {
@@ -19,5 +20,19 @@ Window {
     RootView {
         anchors.fill: parent
         app: root.app
+        onSettingsRequested: settings.show(0)
+        onAboutRequested: settings.show(1)
+    }
+
+    Loader {
+        id: settings
+        active: false
+        sourceComponent: SettingsWindow { settings: root.app.settings }
+
+        function show(pane: int) {
+            active = true
+            item.currentIndex = pane
+            item.present()
+        }
     }
 }

@@ -1,6 +1,7 @@
 import NolfaKit.DesignSystem
 import QtQuick
 import Nolfa.Features.Convert
+import Nolfa.Features.Expectations
 
 /// All that is in the main window: menus, switcher, and the screen of the tool on show.
 FocusScope {
@@ -66,6 +67,21 @@ FocusScope {
         }
     }
 
+    // Both are made when they are first wanted.
+    Loader {
+        id: sheet
+        objectName: "sheet"
+        active: false
+        sourceComponent: ExpectSheet { onClosed: root.app.showExpectations = false }
+        readonly property bool wanted: root.app.showExpectations
+        onWantedChanged: {
+            active = active || wanted
+            if (wanted)
+                item.open()
+            else if (item)
+                item.close()
+        }
+    }
     Loader {
         id: panel
     }

@@ -6,6 +6,8 @@ import sys
 import tempfile
 import unittest
 
+import pyatspi
+
 import desktop
 from desktop import DragSource, Program, wait_for
 
@@ -108,6 +110,45 @@ class ApplicationTest(unittest.TestCase):
             program.press("page tab", "Convert")
             program.press("push button", "Remove")
             program.find("heading", "Drop documents below")
+
+    def test_settings_take_hold_at_once_and_outlive_the_program(self):
+        with self.start(self.sample("report.docx")) as program:
+            program.press("push button", "Settings")
+            program.find("frame", "Settings")
+            program.press("check box", "Show the file in the Finder after converting")
+            program.choose("Interface language", "Français")
+            program.find("push button", "Convertir")
+            program.find("list item", "report.docx, Word → Markdown, EXCELLENT")
+            program.find("frame", "Réglages")
+        with self.start() as program:
+            program.find("heading", "Déposez vos documents ci-dessous")
+            program.press("push button", "Réglages")
+            box = program.find("check box", "Afficher le fichier dans le Finder après la conversion")
+            self.assertTrue(box.getState().contains(pyatspi.STATE_CHECKED))
+
+    def test_the_sheet_says_what_to_expect_and_goes(self):
+        with self.start() as program:
+            program.press("push button", "What to expect")
+            program.find("dialog", "What to expect")
+            program.press("push button", "Done")
+            wait_for("the sheet to go", lambda: not program.all("dialog"))
+
+    def test_targets_and_menus_answer_assistive_technology(self):
+        with self.start(self.sample("report.docx")) as program:
+            program.choose("Convert to", "Documents, PDF")
+            program.find("list item", "report.docx, Word → PDF, GOOD")
+            program.press("menu bar", "Help")
+            program.press("menu item", "What to expect")
+            program.find("dialog", "What to expect")
+
+    def test_a_switch_to_a_larger_tool_grows_the_window(self):
+        with self.start() as program:
+            self.assertEqual(program.size(), (820, 560))
+            program.press("page tab", "Compare")
+            wait_for("a larger window", lambda: program.size() == (900, 560))
+            program.press("page tab", "Convert")
+            program.find("heading", "Drop documents below")
+            self.assertEqual(program.size(), (900, 560))
 
     def test_the_keys_of_the_x_server_reach_the_program(self):
         with self.start(self.sample("report.docx")) as program:

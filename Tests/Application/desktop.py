@@ -92,6 +92,16 @@ class Program:
                 return
         raise AssertionError(f"{role} {name!r} can't be pressed")
 
+    def size(self):
+        """Of the main window, in pixels."""
+        extents = self.find("frame", "Nolfa").queryComponent().getExtents(pyatspi.DESKTOP_COORDS)
+        return extents.width, extents.height
+
+    def choose(self, title, entry):
+        """From the list that a combo box opens."""
+        self.press("combo box", title)
+        self.press("list item", entry)
+
     def key(self, keys):
         """To the main window: there is no window manager to hand the keyboard round."""
         xdotool("search", "--sync", "--onlyvisible", "--name", "^Nolfa$", "windowfocus", "--sync", "key", keys)

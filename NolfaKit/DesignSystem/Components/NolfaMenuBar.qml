@@ -20,6 +20,7 @@ T.MenuBar {
         font: AppFont.body(13)
         Accessible.role: Accessible.MenuItem
         Accessible.name: word.text
+        Accessible.onPressAction: triggered()
 
         contentItem: Text {
             id: word

@@ -16,6 +16,13 @@ T.MenuItem {
     font: AppFont.body(14)
     Accessible.role: Accessible.MenuItem
     Accessible.name: word.text
+    Accessible.onPressAction: {
+        menu.dismiss()
+        if (action)
+            action.trigger()
+        else
+            triggered()
+    }
 
     contentItem: Item {
         Text {

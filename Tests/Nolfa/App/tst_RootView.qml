@@ -118,6 +118,27 @@ TestCase {
         verify(!stage.app.showExpectations)
         mouseClick(part("expectations"))
         verify(stage.app.showExpectations)
+        tryVerify(() => part("sheet").item.opened)
+        keyClick(Qt.Key_Return)
+        tryVerify(() => !part("sheet").item.visible)
+        verify(!stage.app.showExpectations)
+        stage.app.showExpectations = true
+        tryVerify(() => part("sheet").item.opened)
+        stage.app.showExpectations = false
+        tryVerify(() => !part("sheet").item.visible)
+    }
+
+    function test_under_the_sheet_nothing_is_done() {
+        stage.add(["a.md"])
+        stage.app.showExpectations = true
+        tryVerify(() => part("sheet").item.opened)
+        keyClick(Qt.Key_Delete, Qt.ControlModifier)
+        keyClick(Qt.Key_2, Qt.ControlModifier)
+        compare(part("list").count, 1)
+        compare(stage.app.tool, 0)
+        keyClick(Qt.Key_Escape)
+        tryVerify(() => !part("sheet").item.visible)
+        compare(stage.calls, [])
     }
 
     function test_menus_open_by_pointer_and_by_keyboard() {
