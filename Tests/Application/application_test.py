@@ -36,7 +36,7 @@ class ApplicationTest(unittest.TestCase):
         self._folder.cleanup()
 
     def start(self, *files):
-        return Program(BINARY, self.settings, *files)
+        return Program(BINARY, self.settings, self.files, *files)
 
     def sample(self, name, source=None):
         return shutil.copy(pathlib.Path(SAMPLES) / (source or name), self.files / name)
@@ -84,6 +84,19 @@ class ApplicationTest(unittest.TestCase):
             program.find("list item", "meeting.pptx, PowerPoint → Markdown, GOOD")
             program.find("alert", "One file was skipped. Nolfa cannot open that format. Already in the list.")
             self.assertEqual(len(program.names("list item")), 2)
+
+    def test_files_are_chosen_in_the_open_panel(self):
+        self.sample("report.docx")
+        with self.start() as program:
+            program.press("page tab", "Compare")
+            program.key("ctrl+o")
+            program.click("push button", "Cancel")
+            program.find("heading", "Compare")
+            program.key("ctrl+o")
+            program.find("dialog", "Choose the documents you want to convert.")
+            program.click("label", "report.docx")
+            program.click("push button", "Add")
+            program.find("list item", "report.docx, Word → Markdown, EXCELLENT")
 
     def test_a_damaged_file_fails_with_its_sentence(self):
         broken = self.files / "broken.docx"

@@ -37,11 +37,10 @@ def xdotool(*words):
 class Program:
     """One run of the application, with a settings folder that outlives it."""
 
-    def __init__(self, binary, settings, *files, **environment):
+    def __init__(self, binary, settings, folder, *files):
         env = dict(os.environ, XDG_CONFIG_HOME=str(settings), LANGUAGE="", LC_ALL="C.UTF-8",
-                   QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1", QT_QPA_PLATFORM="xcb", QT_QUICK_BACKEND="software", QT_FORCE_STDERR_LOGGING="1",
-                   **environment)
-        self.process = subprocess.Popen([binary, *map(str, files)], env=env)
+                   QT_LINUX_ACCESSIBILITY_ALWAYS_ON="1", QT_QPA_PLATFORM="xcb", QT_QUICK_BACKEND="software", QT_FORCE_STDERR_LOGGING="1")
+        self.process = subprocess.Popen([binary, *map(str, files)], env=env, cwd=folder)
         self.root = wait_for("the program's tree", self._find)
 
     def _find(self):
@@ -96,6 +95,11 @@ class Program:
         """Of the main window, in pixels."""
         extents = self.find("frame", "Nolfa").queryComponent().getExtents(pyatspi.DESKTOP_COORDS)
         return extents.width, extents.height
+
+    def click(self, role, name):
+        """With the pointer, in the middle."""
+        extents = self.find(role, name).queryComponent().getExtents(pyatspi.DESKTOP_COORDS)
+        xdotool("mousemove", extents.x + extents.width // 2, extents.y + extents.height // 2, "click", 1)
 
     def choose(self, title, entry):
         """From the list that a combo box opens."""
