@@ -137,7 +137,10 @@ FocusScope {
         }
 
         property real noticeRoom: notice.shown ? notice.height + 10 : 0
-        Behavior on noticeRoom { NumberAnimation { duration: Metrics.animDuration; easing.type: Easing.OutQuad } }
+        Behavior on noticeRoom {
+            enabled: !Motion.reduced
+            NumberAnimation { duration: Metrics.animDuration; easing.type: Easing.OutQuad }
+        }
     }
     NolfaSoftScrollEdge {
         objectName: "edge"
