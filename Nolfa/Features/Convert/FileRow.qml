@@ -1,9 +1,9 @@
 import NolfaKit.DesignSystem
 import QtQuick
-import QtQuick.Templates as T
 
-/// One file of the list: what it is, what becomes of it, and how that stands.
-Card {
+/// One file of the list: what it is, what becomes of it, and how that stands. No `Card` itself, since controls keep
+/// their own role among what assistive technology sees.
+Item {
     id: root
 
     // The item.
@@ -61,206 +61,215 @@ Card {
         return [chooser.picker, reveal, open, remove].filter(stop => stop.visible)
     }
 
-    // The border of one point and what lies within it.
-    leftPadding: 17
-    rightPadding: 13
-    topPadding: 9
-    bottomPadding: 13
-    implicitHeight: body.implicitHeight + topPadding + bottomPadding
+    readonly property alias body: body
+
+    implicitHeight: card.implicitHeight
     Accessible.role: Accessible.ListItem
     Accessible.name: accessibilitySummary
     Accessible.description: secondLine
 
-    contentItem: Item {
-        id: body
+    Card {
+        id: card
+        anchors.fill: parent
+        // The border of one point and what lies within it.
+        leftPadding: 17
+        rightPadding: 13
+        topPadding: 9
+        bottomPadding: 13
+        contentHeight: body.implicitHeight
+        Accessible.ignored: true
 
-        readonly property real textLeft: chip.width + 16
-        readonly property real room: width - textLeft
-        readonly property real lineHeight: Math.max(32, chooser.implicitHeight)
-        // The buttons stand beside the conversion if nothing else is said and they have room there.
-        readonly property bool linksInline: root.secondLine === "" && tags.x + tags.width + 12 + links.width <= width
-        readonly property real thirdTop: line.y + lineHeight + 6
+        contentItem: Item {
+            id: body
 
-        implicitHeight: root.secondLine !== "" ? thirdTop + Math.max(words.implicitHeight, root.isDone ? 18 : 0)
-            : root.isDone && !linksInline ? thirdTop + 25 : line.y + lineHeight
+            readonly property real textLeft: chip.width + 16
+            readonly property real room: width - textLeft
+            readonly property real lineHeight: Math.max(32, chooser.implicitHeight)
+            // The buttons stand beside the conversion if nothing else is said and they have room there.
+            readonly property bool linksInline: root.secondLine === "" && tags.x + tags.width + 12 + links.width <= width
+            readonly property real thirdTop: line.y + lineHeight + 6
 
-        HoverHandler { id: pointer }
-        TapHandler {
-            acceptedButtons: Qt.RightButton
-            onTapped: point => rowMenu.openAt(body, point.position)
-        }
+            implicitHeight: root.secondLine !== "" ? thirdTop + Math.max(words.implicitHeight, root.isDone ? 18 : 0)
+                : root.isDone && !linksInline ? thirdTop + 25 : line.y + lineHeight
 
-        Chip {
-            id: chip
-            objectName: "sourceChip"
-            y: 4
-            width: 104 * Math.max(1, AppFont.textScale)
-            height: Math.max(24, implicitHeight)
-            text: root.sourceName.toUpperCase()
-            Accessible.ignored: true
-        }
+            HoverHandler { id: pointer }
+            TapHandler {
+                acceptedButtons: Qt.RightButton
+                onTapped: point => rowMenu.openAt(body, point.position)
+            }
 
-        Item {
-            id: head
-            x: body.textLeft
-            width: body.room
-            height: 32
-
-            Text {
-                objectName: "name"
-                width: (status.visible ? status.x : remove.x) - 12
-                anchors.verticalCenter: parent.verticalCenter
-                text: root.name
-                textFormat: Text.PlainText
-                elide: Text.ElideMiddle
-                font: AppFont.body(15, AppFont.Body.Medium)
-                color: Palette.ink
+            Chip {
+                id: chip
+                objectName: "sourceChip"
+                y: 4
+                width: 104 * Math.max(1, AppFont.textScale)
+                height: Math.max(24, implicitHeight)
+                text: root.sourceName.toUpperCase()
                 Accessible.ignored: true
+            }
 
-                HoverHandler { id: overName }
-                HoverTip {
-                    objectName: "pathTip"
-                    shown: overName.hovered
-                    text: root.path
+            Item {
+                id: head
+                x: body.textLeft
+                width: body.room
+                height: 32
+
+                Text {
+                    objectName: "name"
+                    width: (status.visible ? status.x : remove.x) - 12
+                    anchors.verticalCenter: parent.verticalCenter
+                    text: root.name
+                    textFormat: Text.PlainText
+                    elide: Text.ElideMiddle
+                    font: AppFont.body(15, AppFont.Body.Medium)
+                    color: Palette.ink
+                    Accessible.ignored: true
+
+                    HoverHandler { id: overName }
+                    HoverTip {
+                        objectName: "pathTip"
+                        shown: overName.hovered
+                        text: root.path
+                    }
+                }
+                RowStatus {
+                    id: status
+                    objectName: "rowStatus"
+                    anchors.right: remove.left
+                    anchors.rightMargin: 12
+                    anchors.verticalCenter: parent.verticalCenter
+                    itemState: root.itemState
+                }
+                IconButton {
+                    id: remove
+                    objectName: "remove"
+                    anchors.right: parent.right
+                    anchors.verticalCenter: parent.verticalCenter
+                    symbol: "xmark"
+                    text: L10n.T("Remove", "Retirer")
+                    looksHovered: hovered || root.hovering
+                    background.visible: hovered || down || visualFocus
+                    onClicked: root.removeRequested()
+
+                    HoverTip { shown: remove.hovered; text: remove.text }
                 }
             }
-            RowStatus {
-                id: status
-                objectName: "rowStatus"
-                anchors.right: remove.left
-                anchors.rightMargin: 12
-                anchors.verticalCenter: parent.verticalCenter
-                itemState: root.itemState
+
+            Item {
+                id: line
+                x: body.textLeft
+                y: 32
+                height: body.lineHeight
+
+                Text {
+                    id: from
+                    anchors.verticalCenter: parent.verticalCenter
+                    text: root.sourceName
+                    textFormat: Text.PlainText
+                    font: AppFont.body(14)
+                    color: Palette.slate
+                    Accessible.ignored: true
+                }
+                Text {
+                    id: arrow
+                    anchors.left: from.right
+                    anchors.leftMargin: 8
+                    anchors.verticalCenter: parent.verticalCenter
+                    text: "→"
+                    textFormat: Text.PlainText
+                    font: AppFont.body(14)
+                    color: Palette.slate
+                    Accessible.ignored: true
+                }
+                TargetPicker {
+                    id: chooser
+                    objectName: "target"
+                    anchors.left: arrow.right
+                    anchors.leftMargin: 8
+                    anchors.verticalCenter: parent.verticalCenter
+                    targets: root.targets
+                    target: root.target
+                    targetName: root.targetName
+                    onChosen: target => root.targetChosen(target)
+                }
             }
-            IconButton {
-                id: remove
-                objectName: "remove"
+
+            Row {
+                id: tags
+                x: body.textLeft + chooser.x + chooser.width + 12
+                y: line.y + Math.round((body.lineHeight - height) / 2)
+                spacing: 6
+
+                QualityBadge {
+                    objectName: "badge"
+                    visible: root.tier !== ""
+                    tier: root.tier || "excellent"
+                    Accessible.ignored: true
+                }
+                Chip {
+                    objectName: "mac"
+                    visible: root.isMacOnly
+                    text: "MAC"
+                    isRequirement: true
+                    toolTip: root.macSentence
+                }
+                Chip {
+                    objectName: "internet"
+                    visible: root.requiresNetwork
+                    text: "INTERNET"
+                    isRequirement: true
+                    toolTip: root.networkSentence
+                }
+            }
+
+            Text {
+                id: words
+                objectName: "secondLine"
+                visible: text !== ""
+                x: body.textLeft
+                y: body.thirdTop
+                width: Math.min(640, links.visible ? links.x - x - 16 : body.room)
+                text: root.secondLine
+                textFormat: Text.PlainText
+                wrapMode: Text.Wrap
+                font: AppFont.body(13)
+                lineHeight: Math.round(18 * AppFont.textScale)
+                lineHeightMode: Text.FixedHeight
+                color: root.isFailed ? Palette.error : Palette.slate
+                Accessible.ignored: true
+            }
+
+            Row {
+                id: links
+                objectName: "links"
+                visible: root.isDone
                 anchors.right: parent.right
-                anchors.verticalCenter: parent.verticalCenter
-                symbol: "xmark"
-                text: L10n.T("Remove", "Retirer")
-                looksHovered: hovered || root.hovering
-                background.visible: hovered || down || visualFocus
-                onClicked: root.removeRequested()
+                y: body.linksInline ? line.y + Math.round((body.lineHeight - height) / 2) : body.thirdTop - 7
 
-                HoverTip { shown: remove.hovered; text: remove.text }
+                TextButton {
+                    id: reveal
+                    objectName: "reveal"
+                    text: L10n.T("Reveal in Finder", "Afficher dans le Finder")
+                    onClicked: root.revealRequested()
+                    HoverTip { shown: reveal.hovered; text: reveal.text }
+                }
+                TextButton {
+                    id: open
+                    objectName: "open"
+                    text: L10n.T("Open", "Ouvrir")
+                    onClicked: root.openRequested()
+                    HoverTip { shown: open.hovered; text: open.text }
+                }
             }
-        }
 
-        Item {
-            id: line
-            x: body.textLeft
-            y: 32
-            height: body.lineHeight
+            NolfaMenu {
+                id: rowMenu
+                objectName: "rowMenu"
 
-            Text {
-                id: from
-                anchors.verticalCenter: parent.verticalCenter
-                text: root.sourceName
-                textFormat: Text.PlainText
-                font: AppFont.body(14)
-                color: Palette.slate
-                Accessible.ignored: true
-            }
-            Text {
-                id: arrow
-                anchors.left: from.right
-                anchors.leftMargin: 8
-                anchors.verticalCenter: parent.verticalCenter
-                text: "→"
-                textFormat: Text.PlainText
-                font: AppFont.body(14)
-                color: Palette.slate
-                Accessible.ignored: true
-            }
-            TargetPicker {
-                id: chooser
-                objectName: "target"
-                anchors.left: arrow.right
-                anchors.leftMargin: 8
-                anchors.verticalCenter: parent.verticalCenter
-                targets: root.targets
-                target: root.target
-                targetName: root.targetName
-                onChosen: target => root.targetChosen(target)
-            }
-        }
-
-        Row {
-            id: tags
-            x: body.textLeft + chooser.x + chooser.width + 12
-            y: line.y + Math.round((body.lineHeight - height) / 2)
-            spacing: 6
-
-            QualityBadge {
-                objectName: "badge"
-                visible: root.tier !== ""
-                tier: root.tier || "excellent"
-                Accessible.ignored: true
-            }
-            Chip {
-                objectName: "mac"
-                visible: root.isMacOnly
-                text: "MAC"
-                isRequirement: true
-                toolTip: root.macSentence
-            }
-            Chip {
-                objectName: "internet"
-                visible: root.requiresNetwork
-                text: "INTERNET"
-                isRequirement: true
-                toolTip: root.networkSentence
-            }
-        }
-
-        Text {
-            id: words
-            objectName: "secondLine"
-            visible: text !== ""
-            x: body.textLeft
-            y: body.thirdTop
-            width: Math.min(640, links.visible ? links.x - x - 16 : body.room)
-            text: root.secondLine
-            textFormat: Text.PlainText
-            wrapMode: Text.Wrap
-            font: AppFont.body(13)
-            lineHeight: Math.round(18 * AppFont.textScale)
-            lineHeightMode: Text.FixedHeight
-            color: root.isFailed ? Palette.error : Palette.slate
-            Accessible.ignored: true
-        }
-
-        Row {
-            id: links
-            objectName: "links"
-            visible: root.isDone
-            anchors.right: parent.right
-            y: body.linksInline ? line.y + Math.round((body.lineHeight - height) / 2) : body.thirdTop - 7
-
-            TextButton {
-                id: reveal
-                objectName: "reveal"
-                text: L10n.T("Reveal in Finder", "Afficher dans le Finder")
-                onClicked: root.revealRequested()
-                HoverTip { shown: reveal.hovered; text: reveal.text }
-            }
-            TextButton {
-                id: open
-                objectName: "open"
-                text: L10n.T("Open", "Ouvrir")
-                onClicked: root.openRequested()
-                HoverTip { shown: open.hovered; text: open.text }
-            }
-        }
-
-        NolfaMenu {
-            id: rowMenu
-            objectName: "rowMenu"
-
-            NolfaMenuItem {
-                text: L10n.T("Remove", "Retirer")
-                onTriggered: root.removeRequested()
+                NolfaMenuItem {
+                    text: L10n.T("Remove", "Retirer")
+                    onTriggered: root.removeRequested()
+                }
             }
         }
     }

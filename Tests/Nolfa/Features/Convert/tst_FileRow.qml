@@ -209,7 +209,7 @@ TestCase {
         verify(isInline())
         item.width = 420
         verify(!isInline())
-        verify(links.y + links.height <= item.contentItem.implicitHeight + 7)
+        verify(links.y + links.height <= item.body.implicitHeight + 7)
         item.width = 780
         item.note = "Something to know about this conversion. ".repeat(6)
         verify(!isInline())
