@@ -71,7 +71,9 @@ FocusScope {
         TXm {
             objectName: "lead"
             width: parent.width
-            bottomPadding: 12
+            // Marked-up text has the room of its lines above them.
+            topPadding: -1
+            bottomPadding: 13
             lineHeight: 20 * AppFont.textScale
             lineHeightMode: Text.FixedHeight
             wrapMode: Text.Wrap

@@ -165,6 +165,14 @@ TestCase {
         compare(settings.outputMode, "custom")
     }
 
+    function test_a_folder_that_is_gone_can_be_replaced() {
+        settings.customOutputDirectoryPath = surroundings.folder + "/gone"
+        const panel = openPanel()
+        panel.selectedFolder = surroundings.makeFolder("new")
+        panel.accept()
+        tryCompare(settings, "customOutputDirectoryPath", surroundings.folder + "/new")
+    }
+
     function test_the_folder_panel_opens_on_the_folder_that_is_set() {
         const set = surroundings.makeFolder("set")
         settings.customOutputDirectoryPath = surroundings.folder + "/set"

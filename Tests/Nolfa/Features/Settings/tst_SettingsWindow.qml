@@ -116,6 +116,11 @@ TestCase {
         tryVerify(() => !shown.visible)
     }
 
+    function test_the_desktops_own_key_closes_the_window() {
+        keySequence(StandardKey.Close)
+        tryVerify(() => !shown.visible)
+    }
+
     function test_escape_closes_an_open_list_first() {
         picker("language").forceActiveFocus(Qt.TabFocusReason)
         keyClick(Qt.Key_Space)
