@@ -20,8 +20,8 @@ Window {
     RootView {
         anchors.fill: parent
         app: root.app
-        onSettingsRequested: settings.show(0)
-        onAboutRequested: settings.show(1)
+        onSettingsRequested: settings.show(false)
+        onAboutRequested: settings.show(true)
     }
 
     Loader {
@@ -29,9 +29,9 @@ Window {
         active: false
         sourceComponent: SettingsWindow { settings: root.app.settings }
 
-        function show(pane: int) {
+        function show(about: bool) {
             active = true
-            item.currentIndex = pane
+            item.currentIndex = about ? item.aboutIndex : 0
             item.present()
         }
     }

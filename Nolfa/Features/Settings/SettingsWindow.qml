@@ -10,6 +10,9 @@ Window {
     required property AppSettings settings
     property alias currentIndex: tabs.currentIndex
 
+    /// Of the last pane, whatever others there are.
+    readonly property int aboutIndex: stack.children.length - 1
+
     /// Shows the window, in front of the others.
     function present() {
         show()

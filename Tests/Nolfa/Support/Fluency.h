@@ -86,18 +86,22 @@ inline Stalls measureUse(ConvertViewModel &model, const QList<QUrl> &files)
         while (condition());
         return longest;
     };
-    const auto settle = [&turnsWhile](int turns) { return turnsWhile([&turns] { return --turns > 0; }); };
+    // Long enough for a screen to lay out, to draw, and to end its transitions.
+    const auto settle = [&turnsWhile] {
+        const auto end = std::chrono::steady_clock::now() + std::chrono::milliseconds(300);
+        return turnsWhile([end] { return std::chrono::steady_clock::now() < end; });
+    };
     Stalls stalls;
     stalls["add"] = timed([&] { model.add(files); });
-    stalls["turns after adding"] = settle(20);
+    stalls["turns after adding"] = settle();
     stalls["add again"] = timed([&] { model.add(files); });
     stalls["convert all"] = timed([&] { model.convertAll(); });
     stalls["turns while converting"] = turnsWhile([&model] { return model.isConverting(); });
     EXPECT_EQ(model.progress(), (ConvertViewModel::Progress{count, count}));
     stalls["change the language"] = timed([&] { model.itemModel()->retranslate(); });
-    stalls["turns after that"] = settle(20);
+    stalls["turns after that"] = settle();
     stalls["clear"] = timed([&] { model.clear(); });
-    stalls["turns after clearing"] = settle(20);
+    stalls["turns after clearing"] = settle();
     model.add(files);
     model.convertAll();
     stalls["clear while they run"] = timed([&] { model.clear(); });
