@@ -179,6 +179,11 @@ void drawRest(Studio &studio)
     stage.app()->setProperty("tool", 2);
     studio.take("coming-watermark");
 
+    ScreenStage &full = studio.begin(820, 560);
+    fill(studio, full);
+    full.app()->setProperty("showExpectations", true);
+    studio.take("expectations");
+
     studio.begin(820, 560);
     QMetaObject::invokeMethod(studio.find("menus"), "openMenu", Q_ARG(QVariant, 0));
     studio.take("menu-file");
