@@ -75,7 +75,8 @@ TEST_F(ConvertToolTests, theSamplesConvertToTheirDefaultTargetsBesideTheOriginal
         before.push_back(contentOf(input));
     model.add(inputs);
     ASSERT_TRUE(convertAll());
-    const std::vector<std::string> names{"report.md", "orchard 2.pdf", "harvest.md", "meeting.md", "orchard 2.md", "notice.md"};
+    const std::vector<std::string> names{
+        "report.md", "orchard 2.pdf", "harvest.md", "meeting.md", "orchard 2.md", "notice.md"};
     for (std::size_t index = 0; index < inputs.size(); ++index) {
         EXPECT_TRUE(row(index).is(Case::done)) << inputs[index] << ' ' << row(index).state.message();
         EXPECT_EQ(row(index).output, in / names[index]);
