@@ -34,7 +34,8 @@ int main(int argc, char **argv)
 {
     QGuiApplication application(argc, argv); // takes its own options out of the arguments
     QGuiApplication::setApplicationName("Nolfa");
-    QGuiApplication::setDesktopFileName("nolfa");
+    QGuiApplication::setDesktopFileName("app.pelgo.nolfa");
+    QGuiApplication::setWindowIcon(QIcon::fromTheme("app.pelgo.nolfa"));
     // The application takes the user's locale for the whole process; numbers in files keep their points.
     std::setlocale(LC_NUMERIC, "C");
 
