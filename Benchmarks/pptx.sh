@@ -9,5 +9,5 @@
     done
 } >"$work/deck-source.md"
 "$tools/pandoc" -f markdown -t pptx -o "$work/deck.pptx" "$work/deck-source.md"
-pair "200 slides against unzip -p" 8 11 "rm -f $work/deck.md" \
+pair "200 slides against unzip -p" 5 21 "rm -f $work/deck.md" \
     "$bin/nolfa-cli convert $work/deck.pptx --to markdown" "unzip -p $work/deck.pptx"

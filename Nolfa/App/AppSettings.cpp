@@ -1,8 +1,11 @@
 #include "Nolfa/App/AppSettings.h"
 
 #include "Localization/NolfaFormat.h"
+#include "Nolfa/Support/FileURL.h"
 
+#include <QDir>
 #include <QSettings>
+#include <QVariantMap>
 #include <utility>
 
 namespace nolfa {
@@ -17,6 +20,15 @@ const QString revealAfterConvertKey = QStringLiteral("nolfa.revealAfterConvert")
 QString toText(std::string_view text)
 {
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+/// One map a choice, as pickers want it.
+template <typename Choices> QVariantList listOf(const Choices &choices)
+{
+    QVariantList list;
+    for (const auto choice : choices)
+        list.append(QVariantMap{{"value", toText(rawValue(choice))}, {"text", toText(title(choice))}});
+    return list;
 }
 
 /// Sets a field and tells whether it is another value now.
@@ -42,6 +54,12 @@ std::optional<OutputMode> OutputModes::fromRawValue(std::string_view text)
 std::string_view rawValue(OutputMode mode)
 {
     return mode == OutputMode::custom ? "custom" : "besideOriginal";
+}
+
+std::string title(OutputMode mode)
+{
+    return mode == OutputMode::custom ? T("In a folder I choose", "Dans un dossier de mon choix")
+                                      : T("Next to the original", "À côté de l’original");
 }
 
 AppSettings::AppSettings(std::unique_ptr<QSettings> defaults)
@@ -135,6 +153,25 @@ std::optional<std::filesystem::path> AppSettings::outputDirectory() const
     return std::filesystem::path(customOutputDirectoryText().toStdString());
 }
 
+void AppSettings::outputFolderChosen(const QUrl &url)
+{
+    const std::optional<std::filesystem::path> folder = FileURL::toPath(url);
+    if (!folder)
+        return;
+    setCustomOutputDirectoryPath(QString::fromStdString(folder->native()));
+    setOutputMode(OutputMode::custom);
+}
+
+QVariantList AppSettings::languageList()
+{
+    return listOf(NolfaLanguages::allCases);
+}
+
+QVariantList AppSettings::outputModeList()
+{
+    return listOf(OutputModes::allCases);
+}
+
 QString AppSettings::languageText() const
 {
     return toText(rawValue(m_language));
@@ -160,6 +197,19 @@ void AppSettings::setOutputModeText(const QString &text)
 QString AppSettings::customOutputDirectoryText() const
 {
     return m_customOutputDirectoryPath.value_or(QString());
+}
+
+QString AppSettings::shortCustomOutputDirectory() const
+{
+    const QString path = customOutputDirectoryText();
+    const QString home = QDir::homePath();
+    return path == home || path.startsWith(home + '/') ? '~' + path.mid(home.size()) : path;
+}
+
+QUrl AppSettings::customOutputDirectoryURL() const
+{
+    const QString path = customOutputDirectoryText();
+    return path.isEmpty() ? QUrl() : FileURL::fromPath(path.toStdString());
 }
 
 } // namespace nolfa

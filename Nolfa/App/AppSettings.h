@@ -5,6 +5,8 @@
 
 #include <QObject>
 #include <QString>
+#include <QUrl>
+#include <QVariantList>
 #include <array>
 #include <filesystem>
 #include <memory>
@@ -29,6 +31,9 @@ inline constexpr std::array allCases{OutputMode::besideOriginal, OutputMode::cus
 /// "besideOriginal" or "custom"; also the identity in lists.
 [[nodiscard]] std::string_view rawValue(OutputMode mode);
 
+/// What the choice is called, in the language in force.
+[[nodiscard]] std::string title(OutputMode mode);
+
 /// The four settings that outlive the process. Carries the language into NolfaL10n and NolfaFormat. Main thread only.
 ///
 /// Each setter writes its key at once. A stored value that means nothing counts as missing, and is left alone until
@@ -41,6 +46,15 @@ class AppSettings : public QObject {
             resetCustomOutputDirectoryPath NOTIFY customOutputDirectoryPathChanged)
     Q_PROPERTY(
         bool revealAfterConvert READ revealAfterConvert WRITE setRevealAfterConvert NOTIFY revealAfterConvertChanged)
+
+    // What there is to choose from: one map a choice, with its "value" and its "text" in the language in force.
+    Q_PROPERTY(QVariantList languages READ languageList NOTIFY languageChanged)
+    Q_PROPERTY(QVariantList outputModes READ outputModeList NOTIFY languageChanged)
+    /// The folder chosen, for people: below their own folder it begins with "~". Empty: none.
+    Q_PROPERTY(
+        QString shortCustomOutputDirectory READ shortCustomOutputDirectory NOTIFY customOutputDirectoryPathChanged)
+    /// The same as an address. Empty: none.
+    Q_PROPERTY(QUrl customOutputDirectoryURL READ customOutputDirectoryURL NOTIFY customOutputDirectoryPathChanged)
 
 public:
     /// Loads, and puts the language in force.
@@ -70,6 +84,10 @@ public:
     /// Absent: beside the original.
     [[nodiscard]] std::optional<std::filesystem::path> outputDirectory() const;
 
+    /// The user left the panel with a folder: it is taken, and files go there from now on. Whatever isn't a folder's
+    /// address on this machine changes nothing.
+    Q_INVOKABLE void outputFolderChosen(const QUrl &url);
+
 signals:
     /// The language is in force already: every text is to be made anew.
     void languageChanged();
@@ -91,6 +109,10 @@ private:
     [[nodiscard]] QString outputModeText() const;
     void setOutputModeText(const QString &text);
     [[nodiscard]] QString customOutputDirectoryText() const;
+    [[nodiscard]] QString shortCustomOutputDirectory() const;
+    [[nodiscard]] QUrl customOutputDirectoryURL() const;
+    [[nodiscard]] static QVariantList languageList();
+    [[nodiscard]] static QVariantList outputModeList();
     void setCustomOutputDirectoryText(const QString &text) { setCustomOutputDirectoryPath(text); }
 
     std::unique_ptr<QSettings> m_defaults;

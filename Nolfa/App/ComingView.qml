@@ -2,46 +2,52 @@ import NolfaKit.DesignSystem
 import QtQuick
 import QtQuick.Layouts
 
-/// What the window has to say as long as its tools are not there.
-ColumnLayout {
+/// What stands for a tool that isn't there yet.
+Item {
     id: root
 
-    readonly property string title: L10n.T("Documents ⇄ Markdown", "Documents ⇄ Markdown")
+    /// The tool's name.
+    required property string title
     readonly property string explanation: L10n.T(
-        "This window doesn't convert yet. Until it does, the command line is at your service:",
-        "Cette fenêtre ne convertit pas encore. En attendant, la ligne de commande est à votre service :")
-    readonly property string command: "nolfa-cli convert report.docx --to markdown"
+        "This tool isn’t here yet. It comes with a later version of Nolfa.",
+        "Cet outil n’est pas encore là. Il arrive avec une prochaine version de Nolfa.")
 
-    spacing: 16
+    ColumnLayout {
+        anchors.centerIn: parent
+        width: Math.min(parent.width - 80, 560)
+        spacing: 0
 
-    Text {
-        text: root.title
-        color: Palette.ink
-        font: AppFont.display(30, AppFont.Display.Medium, -0.3)
-        Layout.alignment: Qt.AlignHCenter
-        Accessible.role: Accessible.Heading
-        Accessible.name: text
-    }
-
-    Text {
-        text: root.explanation
-        color: Palette.slate
-        font: AppFont.body(15)
-        wrapMode: Text.Wrap
-        horizontalAlignment: Text.AlignHCenter
-        Layout.fillWidth: true
-        Accessible.role: Accessible.StaticText
-        Accessible.name: text
-    }
-
-    TextEdit {
-        text: root.command
-        readOnly: true
-        selectByMouse: true
-        color: Palette.burgundy
-        font: AppFont.mono(15)
-        Layout.alignment: Qt.AlignHCenter
-        Accessible.role: Accessible.EditableText
-        Accessible.name: text
+        NolfaMark {
+            Layout.alignment: Qt.AlignHCenter
+            Layout.bottomMargin: 12
+            opacity: 0.4
+        }
+        Text {
+            text: root.title
+            textFormat: Text.PlainText
+            color: Palette.ink
+            font: AppFont.display(28, AppFont.Display.Medium, -0.2)
+            horizontalAlignment: Text.AlignHCenter
+            Layout.fillWidth: true
+            Accessible.role: Accessible.Heading
+            Accessible.name: text
+        }
+        DatumRule {
+            Layout.preferredWidth: 40
+            Layout.alignment: Qt.AlignHCenter
+            Layout.topMargin: 12
+            Layout.bottomMargin: 12
+        }
+        Text {
+            text: root.explanation
+            textFormat: Text.PlainText
+            color: Palette.slate
+            font: AppFont.body(15)
+            wrapMode: Text.Wrap
+            horizontalAlignment: Text.AlignHCenter
+            Layout.fillWidth: true
+            Accessible.role: Accessible.StaticText
+            Accessible.name: text
+        }
     }
 }

@@ -23,6 +23,31 @@ bool isRegular(const fs::path &file)
     return fs::is_regular_file(file, ignored);
 }
 
+FileDescriptor openToRead(const fs::path &file)
+{
+    return isRegular(file) ? FileDescriptor(::open(file.c_str(), O_RDONLY | O_CLOEXEC)) : FileDescriptor();
+}
+
+/// @return fewer bytes than asked for at the file's end; absent when they can't be read
+std::optional<std::string> readAt(const FileDescriptor &file, off_t offset, std::size_t size)
+{
+    std::string result(size, '\0');
+    std::size_t filled = 0;
+    while (filled < size) {
+        const ssize_t count
+            = ::pread(file.get(), result.data() + filled, size - filled, offset + static_cast<off_t>(filled));
+        if (count < 0 && errno == EINTR)
+            continue;
+        if (count < 0)
+            return std::nullopt;
+        if (count == 0)
+            break;
+        filled += static_cast<std::size_t>(count);
+    }
+    result.resize(filled);
+    return result;
+}
+
 /// An unpacked archive may hold folders that even their owner may not empty.
 void openUp(const fs::path &folder) noexcept
 {
@@ -41,28 +66,19 @@ void openUp(const fs::path &folder) noexcept
 
 std::optional<std::string> contents(const fs::path &file)
 {
-    if (!isRegular(file))
-        return std::nullopt;
-    const FileDescriptor descriptor(::open(file.c_str(), O_RDONLY | O_CLOEXEC));
-    if (!descriptor.isOpen())
-        return std::nullopt;
+    const FileDescriptor descriptor = openToRead(file);
     struct stat about { };
-    if (::fstat(descriptor.get(), &about) != 0)
+    if (!descriptor.isOpen() || ::fstat(descriptor.get(), &about) != 0)
         return std::nullopt;
-    std::string result(static_cast<std::size_t>(about.st_size), '\0');
-    std::size_t filled = 0;
-    while (filled < result.size()) {
-        const ssize_t count = ::read(descriptor.get(), result.data() + filled, result.size() - filled);
-        if (count < 0 && errno == EINTR)
-            continue;
-        if (count < 0)
-            return std::nullopt;
-        if (count == 0)
-            break;
-        filled += static_cast<std::size_t>(count);
-    }
-    result.resize(filled);
-    return result;
+    return readAt(descriptor, 0, static_cast<std::size_t>(about.st_size));
+}
+
+std::string range(const fs::path &file, std::uint64_t offset, std::size_t size)
+{
+    const FileDescriptor descriptor = openToRead(file);
+    if (!descriptor.isOpen())
+        return {};
+    return readAt(descriptor, static_cast<off_t>(offset), size).value_or(std::string());
 }
 
 void write(const fs::path &file, std::string_view bytes)

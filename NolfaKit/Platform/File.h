@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <filesystem>
 #include <optional>
 #include <string>
@@ -12,6 +14,9 @@ namespace File {
 
 /// The whole of a regular file. Absent when it can't be opened or read.
 [[nodiscard]] std::optional<std::string> contents(const std::filesystem::path &file);
+
+/// Bytes of a regular file from an offset on: fewer than asked for past its end, none when it can't be read.
+[[nodiscard]] std::string range(const std::filesystem::path &file, std::uint64_t offset, std::size_t size);
 
 /// Makes the file hold just these bytes.
 /// @throws std::filesystem::filesystem_error when it can't be written whole

@@ -20,6 +20,10 @@ using namespace std::chrono_literals;
 /// How long a stopped child may keep the caller.
 constexpr std::chrono::milliseconds courtesyTime = 10ms;
 constexpr std::size_t chunkSize = 1U << 16U;
+/// A child that writes a few bytes at a time would wake us for each: after so few we let more gather, for so long.
+/// Its end wakes us at once.
+constexpr std::size_t trickleSize = 1U << 12U;
+constexpr int gatheringTime = 1; // milliseconds
 
 /// Writing to a child that doesn't read must fail, not kill us: SIGPIPE is held back for this thread only, and
 /// one that came is taken away again.
@@ -72,11 +76,12 @@ ProcessRun::Ending ProcessRun::wait(const std::stop_token &stop)
     const std::stop_callback onStop(stop, [&stopSignal] { stopSignal.raise(); });
     const BrokenPipeGuard guard;
 
+    bool isGathering = false;
     while (!isOver()) {
-        std::array<pollfd, 5> events{
-            {{stopSignal.descriptor(), POLLIN, 0}, {m_child.output.get(), POLLIN, 0}, {m_child.error.get(), POLLIN, 0},
-                {m_child.input.get(), POLLOUT, 0}, {m_hasEnded ? -1 : m_child.endDescriptor(), POLLIN, 0}}};
-        if (::poll(events.data(), events.size(), pollTimeout()) < 0)
+        std::array<pollfd, 5> events{{{stopSignal.descriptor(), POLLIN, 0},
+            {isGathering ? -1 : m_child.output.get(), POLLIN, 0}, {isGathering ? -1 : m_child.error.get(), POLLIN, 0},
+            {m_child.input.get(), POLLOUT, 0}, {m_hasEnded ? -1 : m_child.endDescriptor(), POLLIN, 0}}};
+        if (::poll(events.data(), events.size(), pollTimeout(isGathering)) < 0)
             continue;
         if (events[0].revents != 0) {
             interrupt();
@@ -86,10 +91,12 @@ ProcessRun::Ending ProcessRun::wait(const std::stop_token &stop)
             interrupt();
             return Ending::timedOut;
         }
+        std::size_t received = 0;
         if (events[1].revents != 0)
-            read(m_child.output, m_output);
+            received += read(m_child.output, m_output);
         if (events[2].revents != 0)
-            read(m_child.error, m_error);
+            received += read(m_child.error, m_error);
+        isGathering = received > 0 && received < trickleSize && !m_hasEnded;
         if (events[3].revents != 0)
             feed();
         if (events[4].revents != 0)
@@ -104,12 +111,13 @@ bool ProcessRun::isOver() const noexcept
     return m_hasEnded && !m_child.output.isOpen() && !m_child.error.isOpen();
 }
 
-int ProcessRun::pollTimeout() const
+int ProcessRun::pollTimeout(bool isGathering) const
 {
+    const int longest = isGathering ? gatheringTime : std::numeric_limits<int>::max();
     if (!m_deadline)
-        return -1;
+        return isGathering ? longest : -1;
     const auto left = std::chrono::ceil<std::chrono::milliseconds>(*m_deadline - Clock::now()).count();
-    return static_cast<int>(std::clamp<std::int64_t>(left, 0, std::numeric_limits<int>::max()));
+    return static_cast<int>(std::clamp<std::int64_t>(left, 0, longest));
 }
 
 void ProcessRun::startTimer()
@@ -132,14 +140,15 @@ void ProcessRun::feed()
     }
 }
 
-void ProcessRun::read(FileDescriptor &stream, std::string &into)
+std::size_t ProcessRun::read(FileDescriptor &stream, std::string &into)
 {
     std::array<char, chunkSize> chunk; // NOLINT: filled by read
     const ssize_t count = ::read(stream.get(), chunk.data(), chunk.size());
-    if (count > 0)
-        into.append(chunk.data(), static_cast<std::size_t>(count));
-    else if (count == 0 || !isPassing(errno))
+    if (count == 0 || (count < 0 && !isPassing(errno)))
         stream.reset();
+    const std::size_t received = count > 0 ? static_cast<std::size_t>(count) : 0;
+    into.append(chunk.data(), received);
+    return received;
 }
 
 void ProcessRun::interrupt()

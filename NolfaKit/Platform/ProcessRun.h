@@ -40,10 +40,11 @@ private:
     using Clock = std::chrono::steady_clock;
 
     [[nodiscard]] bool isOver() const noexcept;
-    [[nodiscard]] int pollTimeout() const;
+    [[nodiscard]] int pollTimeout(bool isGathering) const;
     void startTimer();
     void feed();
-    void read(FileDescriptor &stream, std::string &into);
+    /// @return how many bytes there were
+    static std::size_t read(FileDescriptor &stream, std::string &into);
     void interrupt();
 
     std::string_view m_input;

@@ -5,6 +5,7 @@
 #include "Platform/XMLScanner.h"
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <cstring>
 #include <exception>
@@ -12,6 +13,7 @@
 #include <fcntl.h>
 #include <memory>
 #include <new>
+#include <span>
 #include <sys/stat.h>
 #include <vector>
 
@@ -19,7 +21,8 @@ namespace nolfa {
 
 namespace {
 
-constexpr std::size_t pieceSize = 1U << 16U;
+/// On the stack, and never cleared: with hundreds of small parts that would cost more than parsing them.
+using Piece = std::array<char, 1U << 16U>;
 
 struct Free {
     void operator()(XML_Parser parser) const { XML_ParserFree(parser); }
@@ -192,7 +195,7 @@ private:
     std::string_view m_left;
 };
 
-XMLReader::Outcome parse(Source &source, Parser &parser, std::vector<char> &buffer)
+XMLReader::Outcome parse(Source &source, Parser &parser, std::span<char> buffer)
 {
     for (;;) {
         const std::optional<std::size_t> size = source.read(buffer.data(), buffer.size());
@@ -204,7 +207,7 @@ XMLReader::Outcome parse(Source &source, Parser &parser, std::vector<char> &buff
 }
 
 /// Whether the scanner understood the whole document.
-bool scan(Source &source, XMLScanner &scanner, std::vector<char> &buffer)
+bool scan(Source &source, XMLScanner &scanner, std::span<char> buffer)
 {
     std::size_t kept = 0;
     for (;;) {
@@ -227,7 +230,7 @@ bool scan(Source &source, XMLScanner &scanner, std::vector<char> &buffer)
 
 XMLReader::Outcome readFrom(Source &source, XMLHandler &handler)
 {
-    std::vector<char> buffer(pieceSize);
+    Piece buffer; // NOLINT: filled by reading
     XMLScanner scanner(handler);
     if (scan(source, scanner, buffer))
         return XMLReader::Outcome::wellFormed;
@@ -263,7 +266,7 @@ XMLReader::Outcome XMLReader::readPlainly(std::string_view document, XMLHandler 
 {
     TextSource source(document);
     Parser parser(handler, 0, 0);
-    std::vector<char> buffer(pieceSize);
+    Piece buffer; // NOLINT: filled by reading
     return parse(source, parser, buffer);
 }
 

@@ -152,6 +152,23 @@ TEST_F(ArchiveToolTest, anArchiveThatLiesAboutItsSizeFillsNoDisk)
         EXPECT_LE(entry.file_size(), 10U);
 }
 
+TEST_F(ArchiveToolTest, archivesWhoseListOnlyUnzipCanReadAreOpenedToo)
+{
+    folder.write("in/a", "12345");
+    ASSERT_EQ(runProgram("/usr/bin/zip", {"-q", "-fz", "../a.xlsx", "a"}, {}, folder / "in").status, 0);
+    unzip(folder / "a.xlsx");
+    EXPECT_EQ(contentOf(folder / "out/a"), "12345");
+    fs::remove_all(folder / "out");
+    expectOpeningRefused(folder / "a.xlsx", {.totalSize = 4});
+
+    // A name of two lines counts twice among the names.
+    const fs::path twoLines = archive(ZipBuilder().add("b\nc", "12345"), "b.xlsx");
+    unzip(twoLines);
+    EXPECT_EQ(namesIn(folder / "out").size(), 1U);
+    fs::remove_all(folder / "out");
+    expectOpeningRefused(twoLines, {.totalSize = 4});
+}
+
 TEST_F(ArchiveToolTest, cancelledBeforeTheStartWritesNothing)
 {
     std::stop_source source;

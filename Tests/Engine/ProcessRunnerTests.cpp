@@ -10,6 +10,7 @@
 #include <fstream>
 #include <future>
 #include <gmock/gmock.h>
+#include <sys/resource.h>
 #include <thread>
 
 using namespace nolfa;
@@ -101,6 +102,19 @@ TEST(ProcessRunner, aChildThatFloodsBothStreamsFinishes)
         = ProcessRunner::run(testProgram("flood-streams"), {std::to_string(size)}, {.timeout = 60, .label = "x"}, {});
     EXPECT_EQ(result.stdout, std::string(size, 'o'));
     EXPECT_EQ(result.stderr, std::string(size, 'e'));
+}
+
+TEST(ProcessRunner, aChildThatWritesByTheLineDoesNotWakeUsForEach)
+{
+    constexpr long lines = 10'000;
+    rusage before{};
+    rusage after{};
+    ::getrusage(RUSAGE_THREAD, &before);
+    const ProcessResult result = runShell("i=0; while [ $i -lt 10000 ]; do echo x; echo y >&2; i=$((i + 1)); done");
+    ::getrusage(RUSAGE_THREAD, &after);
+    EXPECT_EQ(result.stdout.size(), 2U * lines);
+    EXPECT_EQ(result.stderr.size(), 2U * lines);
+    EXPECT_LT(after.ru_nvcsw - before.ru_nvcsw, lines / 10);
 }
 
 TEST(ProcessRunner, aChildThatFloodsWhileItIsFedFinishes)

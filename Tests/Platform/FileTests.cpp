@@ -28,6 +28,18 @@ TEST(File, contentsOfWhatIsNoFileAreAbsent)
     EXPECT_EQ(File::contents(folder / "fifo"), std::nullopt) << "and it must not wait for a writer";
 }
 
+TEST(File, aRangeIsAsMuchAsThereIs)
+{
+    const TemporaryFolder folder;
+    const fs::path file = folder.write("x", "0123456789");
+    EXPECT_EQ(File::range(file, 2, 3), "234");
+    EXPECT_EQ(File::range(file, 8, 100), "89");
+    EXPECT_EQ(File::range(file, 10, 1), "");
+    EXPECT_EQ(File::range(file, 1U << 31U, 1), "");
+    EXPECT_EQ(File::range(folder.path(), 0, 1), "");
+    EXPECT_EQ(File::range(folder / "missing", 0, 1), "");
+}
+
 TEST(File, isInMemoryAsksForTheKindOfTheDisc)
 {
     EXPECT_FALSE(File::isInMemory("/proc"));

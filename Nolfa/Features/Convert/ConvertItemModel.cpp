@@ -17,14 +17,6 @@ QString toText(std::string_view text)
     return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
-QStringList rawValues(const std::vector<DocumentFormat> &formats)
-{
-    QStringList texts;
-    for (const DocumentFormat format : formats)
-        texts.append(toText(rawValue(format)));
-    return texts;
-}
-
 } // namespace
 
 ConvertItemModel::ConvertItemModel(std::shared_ptr<const DocumentConverting> service, QObject *parent)
@@ -58,8 +50,6 @@ QVariant ConvertItemModel::data(const QModelIndex &index, int role) const
         return toText(rawValue(item.target));
     case TargetNameRole:
         return toText(displayName(item.target));
-    case TargetsRole:
-        return rawValues(m_service->supportedTargets(item.source));
     case StateRole:
         return QString::fromLatin1(item.state.name());
     case MessageRole:
@@ -94,9 +84,19 @@ QHash<int, QByteArray> ConvertItemModel::roleNames() const
 {
     return {{ItemIdRole, "itemId"}, {NameRole, "name"}, {PathRole, "path"}, {SourceRole, "source"},
         {SourceNameRole, "sourceName"}, {TargetRole, "target"}, {TargetNameRole, "targetName"},
-        {TargetsRole, "targets"}, {StateRole, "itemState"}, {MessageRole, "message"}, {OutputRole, "output"},
-        {TierRole, "tier"}, {TierLabelRole, "tierLabel"}, {NoteRole, "note"}, {IsMacOnlyRole, "isMacOnly"},
+        {StateRole, "itemState"}, {MessageRole, "message"}, {OutputRole, "output"}, {TierRole, "tier"},
+        {TierLabelRole, "tierLabel"}, {NoteRole, "note"}, {IsMacOnlyRole, "isMacOnly"},
         {RequiresNetworkRole, "requiresNetwork"}};
+}
+
+QStringList ConvertItemModel::targets(const QString &source) const
+{
+    QStringList texts;
+    if (const std::optional<DocumentFormat> format = DocumentFormats::fromRawValue(source.toStdString())) {
+        for (const DocumentFormat target : m_service->supportedTargets(*format))
+            texts.append(toText(rawValue(target)));
+    }
+    return texts;
 }
 
 const ConvertItem *ConvertItemModel::find(const QUuid &id) const

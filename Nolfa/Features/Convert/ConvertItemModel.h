@@ -4,6 +4,7 @@
 #include "Nolfa/Features/Convert/DocumentConverting.h"
 
 #include <QAbstractListModel>
+#include <QStringList>
 #include <functional>
 #include <memory>
 #include <string>
@@ -33,7 +34,6 @@ public:
         SourceNameRole,
         TargetRole,
         TargetNameRole,
-        TargetsRole, ///< what this source can become, in order
         StateRole, ///< "idle", "running", "done" or "failed"
         MessageRole, ///< of a failure
         OutputRole, ///< the address of the file made, if there is one
@@ -50,6 +50,9 @@ public:
     [[nodiscard]] int rowCount(const QModelIndex &parent = {}) const override;
     [[nodiscard]] QVariant data(const QModelIndex &index, int role) const override;
     [[nodiscard]] QHash<int, QByteArray> roleNames() const override;
+
+    /// What a source can become, in order; raw values.
+    Q_INVOKABLE [[nodiscard]] QStringList targets(const QString &source) const;
 
     [[nodiscard]] int count() const { return static_cast<int>(m_items.size()); }
     [[nodiscard]] const std::vector<ConvertItem> &items() const { return m_items; }

@@ -6,6 +6,10 @@ Item {
     id: root
 
     property bool targeted: false
+    /// Device pixels for a point.
+    property real displayScale: Screen.devicePixelRatio
+    /// One and a half points, in whole device pixels: a blurred frame would look uneven.
+    readonly property real frameWidth: Math.max(1, Math.floor(1.5 * displayScale)) / Math.max(1, displayScale)
 
     Accessible.ignored: true
 
@@ -25,7 +29,7 @@ Item {
         anchors.fill: parent
         radius: Metrics.radius.hero
         color: Palette.surface
-        border.width: root.targeted ? 2 : 1.5
+        border.width: root.targeted ? 2 : root.frameWidth
         border.color: root.targeted ? Palette.burgundy : Palette.stone
 
         Behavior on border.color { ColorAnimation { duration: Metrics.animDuration } }
@@ -33,7 +37,7 @@ Item {
     Rectangle {
         objectName: "innerLine"
         anchors.fill: parent
-        anchors.margins: 7.5
+        anchors.margins: 6 + root.frameWidth
         radius: Metrics.radius.panel
         color: "transparent"
         border.width: 1

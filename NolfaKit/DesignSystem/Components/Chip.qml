@@ -7,6 +7,8 @@ Rectangle {
 
     property string text
     property bool isRequirement: false
+    /// What the word means; shown while the pointer rests on it.
+    property string toolTip
 
     implicitWidth: Math.ceil(word.implicitWidth) + 14
     implicitHeight: Math.max(22, word.implicitHeight + 6)
@@ -16,6 +18,16 @@ Rectangle {
     border.color: Palette.stone
     Accessible.role: Accessible.StaticText
     Accessible.name: text
+    Accessible.description: toolTip
+
+    HoverHandler { id: pointer; enabled: root.toolTip !== "" }
+    // Only few chips are ever pointed at.
+    Loader {
+        objectName: "toolTipLoader"
+        anchors.fill: parent
+        active: pointer.hovered
+        sourceComponent: NolfaToolTip { visible: true; text: root.toolTip }
+    }
 
     Text {
         id: word

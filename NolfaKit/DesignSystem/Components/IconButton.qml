@@ -16,6 +16,7 @@ T.Button {
     hoverEnabled: true
     Accessible.role: Accessible.Button
     Accessible.name: text
+    Accessible.onPressAction: root.clicked()
 
     contentItem: Item {
         Symbol {

@@ -30,6 +30,7 @@ T.Button {
     scale: down ? 0.98 : 1
     Accessible.role: Accessible.Button
     Accessible.name: text
+    Accessible.onPressAction: root.clicked()
 
     contentItem: Text {
         id: label

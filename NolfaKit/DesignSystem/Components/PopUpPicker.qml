@@ -13,6 +13,12 @@ T.ComboBox {
     property bool looksFocused: visualFocus
     property bool looksOpen: popup.visible
 
+    function choose(index: int) {
+        popup.close()
+        currentIndex = index
+        activated(index)
+    }
+
     implicitWidth: Math.max(124, Math.ceil(label.implicitWidth) + leftPadding + rightPadding)
     implicitHeight: Math.max(32, label.implicitHeight + 8)
     leftPadding: 10
@@ -24,6 +30,7 @@ T.ComboBox {
     Accessible.role: Accessible.ComboBox
     Accessible.name: title
     Accessible.description: displayText
+    Accessible.onPressAction: popup.visible ? popup.close() : popup.open()
 
     contentItem: Text {
         id: label
@@ -74,6 +81,7 @@ T.ComboBox {
         text: choice.text
         Accessible.role: Accessible.ListItem
         Accessible.name: section === "" ? text : section + ", " + text
+        Accessible.onPressAction: root.choose(index)
 
         contentItem: Text {
             id: word

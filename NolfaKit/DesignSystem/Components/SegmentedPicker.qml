@@ -1,10 +1,10 @@
 import NolfaKit.DesignSystem
 import QtQuick
 import QtQuick.Layouts
-import QtQuick.Templates as T
 
-/// A choice of one among a few words, side by side. Arrow keys move the choice.
-T.Control {
+/// A choice of one among a few words, side by side. Arrow keys move the choice. No control of Qt's, since these keep
+/// their own role among what assistive technology sees.
+Item {
     id: root
 
     /// The words, in order.
@@ -13,7 +13,11 @@ T.Control {
     /// What the choice is about, for assistive technology.
     property string title
     property bool isSmall: false
+    /// The keyboard brought the focus.
+    readonly property bool visualFocus: activeFocus && !pressedIn
     property bool looksFocused: visualFocus
+    property bool pressedIn: false
+    readonly property alias background: background
 
     signal activated(int index)
 
@@ -27,13 +31,17 @@ T.Control {
 
     implicitWidth: row.implicitWidth + 4
     implicitHeight: Math.max(isSmall ? 32 : 36, row.implicitHeight + 4)
-    focusPolicy: Qt.StrongFocus
+    activeFocusOnTab: true
+    onActiveFocusChanged: if (!activeFocus) pressedIn = false
     Accessible.role: Accessible.PageTabList
     Accessible.name: title
+    Keys.onPressed: pressedIn = false
     Keys.onLeftPressed: choose(currentIndex - 1)
     Keys.onRightPressed: choose(currentIndex + 1)
 
-    background: Rectangle {
+    Rectangle {
+        id: background
+        anchors.fill: parent
         radius: Metrics.radius.control
         color: Palette.mist
         border.width: 1
@@ -42,7 +50,9 @@ T.Control {
         FocusRing { visible: root.looksFocused; targetRadius: parent.radius }
     }
 
-    contentItem: Item {
+    Item {
+        anchors.fill: parent
+
         RowLayout {
             id: row
 
@@ -93,7 +103,13 @@ T.Control {
                         Accessible.ignored: true
                     }
                     HoverHandler { id: pointer }
-                    TapHandler { onTapped: root.choose(segment.index) }
+                    TapHandler {
+                        onTapped: {
+                            root.pressedIn = true
+                            root.forceActiveFocus(Qt.MouseFocusReason)
+                            root.choose(segment.index)
+                        }
+                    }
                 }
             }
         }

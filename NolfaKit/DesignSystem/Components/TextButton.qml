@@ -16,6 +16,7 @@ T.Button {
     font: AppFont.body(13, AppFont.Body.Medium)
     Accessible.role: Accessible.Button
     Accessible.name: text
+    Accessible.onPressAction: root.clicked()
 
     contentItem: Text {
         id: label

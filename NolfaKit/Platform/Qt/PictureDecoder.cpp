@@ -175,7 +175,10 @@ private:
 bool prepare()
 {
     QtRuntime::ensureMainThread();
-    otherFilter = QLoggingCategory::installFilter(silencePictures);
+    // Ours is called before it is installed, for every category that is there already: the one it goes on to must be
+    // known by then.
+    otherFilter = QLoggingCategory::installFilter(nullptr);
+    QLoggingCategory::installFilter(silencePictures);
     QImageReader::setAllocationLimit(allocationLimit);
     return true;
 }

@@ -32,6 +32,7 @@ TestCase {
         mouseClick(picker, picker.width / 2, 18)
         compare(spy.count, 1)
         verify(!picker.background.children[0].visible)
+        picker.focus = false
         picker.forceActiveFocus(Qt.TabFocusReason)
         verify(picker.background.children[0].visible)
         keyClick(Qt.Key_Right)

@@ -165,7 +165,7 @@ Rectangle {
             }
         }
 
-        Heading { text: "Choices" }
+        Heading { text: "Choices, scrolling, tool tip" }
         RowLayout {
             spacing: 16
             SegmentedPicker { title: "Tool"; labels: [L10n.T("Convert", "Conversion"), L10n.T("Compare", "Comparaison"), L10n.T("Watermark", "Filigrane")] }
@@ -188,16 +188,59 @@ Rectangle {
             }
         }
         Item { width: 1; height: 12 }
-        Item {
-            width: 220
-            height: 200
-            PopUpPicker {
-                id: list1
-                title: "Target"
+        Row {
+            spacing: 24
+            Repeater {
+                model: ["rest", "hover", "on", "on, hover", "on, focus", "off, disabled", "on, disabled"]
+                NolfaCheckBox {
+                    required property string modelData
+                    text: modelData
+                    checked: modelData.startsWith("on")
+                    looksHovered: modelData.includes("hover")
+                    looksFocused: modelData.includes("focus")
+                    enabled: !modelData.includes("disabled")
+                }
+            }
+        }
+        Item { width: 1; height: 12 }
+        Row {
+            spacing: 24
+            Item {
                 width: 220
-                model: [{ text: "Word", value: 1, section: "Documents" }, { text: "PDF", value: 2, section: "Documents" },
-                    { text: "PowerPoint", value: 3, section: L10n.T("Presentations", "Présentations") }]
-                Timer { interval: 100; running: true; onTriggered: list1.popup.open() }
+                height: 200
+                PopUpPicker {
+                    id: list1
+                    title: "Target"
+                    width: 220
+                    model: [{ text: "Word", value: 1, section: "Documents" }, { text: "PDF", value: 2, section: "Documents" },
+                        { text: "PowerPoint", value: 3, section: L10n.T("Presentations", "Présentations") }]
+                    Timer { interval: 100; running: true; onTriggered: list1.popup.open() }
+                }
+            }
+            Repeater {
+                model: [false, true]
+                ScrollingPane {
+                    required property bool modelData
+                    width: 260
+                    height: 200
+                    sideMargin: 16
+                    topMargin: 12
+                    bottomMargin: 12
+                    spacing: 8
+                    looksFocused: modelData
+                    Note { width: parent.width; en: "A column that scrolls, with its bar."; fr: "Une colonne qui défile, avec sa barre." }
+                    Repeater { model: 5; Card { width: 228; padding: 10; TX { en: "A row"; fr: "Une ligne" } } }
+                }
+            }
+            Item {
+                width: 180
+                height: 80
+                Chip {
+                    y: 48
+                    text: "MAC"
+                    isRequirement: true
+                    NolfaToolTip { visible: true; delay: 0; text: L10n.T("Needs a Mac app", "Nécessite une application Mac") }
+                }
             }
         }
 

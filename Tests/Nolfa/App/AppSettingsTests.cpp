@@ -160,3 +160,73 @@ TEST_F(AppSettingsTests, theStandardSettingsAreOfTheUserAlone)
     EXPECT_TRUE(defaults->fileName().endsWith("/nolfa.conf")) << defaults->fileName().toStdString();
     EXPECT_FALSE(defaults->fallbacksEnabled());
 }
+
+namespace {
+
+std::vector<std::string> textsOf(const AppSettings &settings, const char *property, const char *key = "text")
+{
+    std::vector<std::string> texts;
+    for (const QVariant &entry : settings.property(property).toList())
+        texts.push_back(entry.toMap().value(key).toString().toStdString());
+    return texts;
+}
+
+} // namespace
+
+TEST_F(AppSettingsTests, whatThereIsToChooseFromIsCalledInTheLanguageInForce)
+{
+    using Texts = std::vector<std::string>;
+    AppSettings settings(file());
+    EXPECT_EQ(textsOf(settings, "languages", "value"), (Texts{"system", "en", "fr"}));
+    EXPECT_EQ(textsOf(settings, "outputModes", "value"), (Texts{"besideOriginal", "custom"}));
+    Texts languages;
+    Texts modes;
+    QObject::connect(&settings, &AppSettings::languageChanged, [&] {
+        languages = textsOf(settings, "languages");
+        modes = textsOf(settings, "outputModes");
+    });
+    settings.setLanguage(NolfaLanguage::fr);
+    EXPECT_EQ(languages, (Texts{"Système", "English", "Français"}));
+    EXPECT_EQ(modes, (Texts{"À côté de l’original", "Dans un dossier de mon choix"}));
+    settings.setLanguage(NolfaLanguage::en);
+    EXPECT_EQ(languages, (Texts{"System", "English", "Français"}));
+    EXPECT_EQ(modes, (Texts{"Next to the original", "In a folder I choose"}));
+}
+
+TEST_F(AppSettingsTests, choosingAFolderWithBesideOriginalOnSwitchesTheModeToCustom)
+{
+    AppSettings settings(file());
+    settings.outputFolderChosen(QUrl("file:///out/%C3%A9%20%25"));
+    EXPECT_EQ(settings.customOutputDirectoryPath(), "/out/é %");
+    EXPECT_EQ(settings.outputMode(), OutputMode::custom);
+    EXPECT_EQ(settings.outputDirectory(), "/out/é %");
+    EXPECT_EQ(stored("nolfa.customOutputDirectory"), "/out/é %");
+    EXPECT_EQ(stored("nolfa.outputMode"), "custom");
+    EXPECT_EQ(settings.property("customOutputDirectoryURL").toUrl(), QUrl("file:///out/%C3%A9%20%25"));
+}
+
+TEST_F(AppSettingsTests, anAddressThatIsNoFolderOfThisMachineChangesNothing)
+{
+    AppSettings settings(file());
+    for (const char *address : {"", "https://example.org/out", "sftp://host/out", "file://host/out"})
+        settings.outputFolderChosen(QUrl(QString::fromLatin1(address)));
+    EXPECT_EQ(settings.customOutputDirectoryPath(), std::nullopt);
+    EXPECT_EQ(settings.outputMode(), OutputMode::besideOriginal);
+    EXPECT_TRUE(settings.property("customOutputDirectoryURL").toUrl().isEmpty());
+}
+
+TEST_F(AppSettingsTests, aFolderBelowTheUsersOwnIsShownWithATilde)
+{
+    const EnvironmentScope home("HOME", "/home/ada");
+    AppSettings settings(file());
+    const auto shown = [&settings](const char *path) {
+        settings.setCustomOutputDirectoryPath(QString::fromUtf8(path));
+        return settings.property("shortCustomOutputDirectory").toString();
+    };
+    EXPECT_EQ(shown("/home/ada"), "~");
+    EXPECT_EQ(shown("/home/ada/Documents"), "~/Documents");
+    EXPECT_EQ(shown("/home/adam/Documents"), "/home/adam/Documents");
+    EXPECT_EQ(shown("/srv"), "/srv");
+    settings.setCustomOutputDirectoryPath(std::nullopt);
+    EXPECT_EQ(settings.property("shortCustomOutputDirectory").toString(), "");
+}

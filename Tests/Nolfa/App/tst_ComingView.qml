@@ -1,24 +1,24 @@
+import NolfaKit.DesignSystem
 import QtQuick
 import QtTest
 import Nolfa.App
 
 TestCase {
+    id: test
     name: "ComingView"
     when: windowShown
+    visible: true
+    width: 900
+    height: 560
 
-    ComingView {
-        id: view
-        width: 400
-    }
+    Component { id: coming; ComingView { anchors.fill: parent; title: "Compare" } }
 
-    function test_speaks_the_language_in_force() {
-        compare(view.explanation,
-            "Cette fenêtre ne convertit pas encore. En attendant, la ligne de commande est à votre service :")
-    }
+    function init() { stage.restart() }
 
-    function test_fits_its_width() {
-        verify(view.implicitHeight > 0)
-        for (let index = 0; index < view.children.length; ++index)
-            verify(view.children[index].width <= view.width, view.children[index].text)
+    function test_says_in_both_languages_that_the_tool_is_not_here() {
+        const view = createTemporaryObject(coming, test)
+        compare(view.explanation, "This tool isn’t here yet. It comes with a later version of Nolfa.")
+        stage.app.settings.language = "fr"
+        compare(view.explanation, "Cet outil n’est pas encore là. Il arrive avec une prochaine version de Nolfa.")
     }
 }

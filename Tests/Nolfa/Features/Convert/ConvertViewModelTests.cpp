@@ -776,13 +776,14 @@ TEST_F(ConvertViewModelTests, aRowShowsItsFileItsRouteAndWhatTheRouteIsWorth)
     const std::map<int, QVariant> expected{{ConvertItemModel::NameRole, QString("été.gdoc")},
         {ConvertItemModel::PathRole, QString("/in/été.gdoc")}, {ConvertItemModel::SourceRole, "gdoc"},
         {ConvertItemModel::SourceNameRole, "Google Doc"}, {ConvertItemModel::TargetRole, "markdown"},
-        {ConvertItemModel::TargetNameRole, "Markdown"}, {ConvertItemModel::TargetsRole, QStringList{"markdown"}},
-        {ConvertItemModel::StateRole, "idle"}, {ConvertItemModel::MessageRole, ""},
-        {ConvertItemModel::OutputRole, QVariant()}, {ConvertItemModel::TierRole, "good"},
-        {ConvertItemModel::TierLabelRole, "GOOD"}, {ConvertItemModel::IsMacOnlyRole, false},
-        {ConvertItemModel::RequiresNetworkRole, true}};
+        {ConvertItemModel::TargetNameRole, "Markdown"}, {ConvertItemModel::StateRole, "idle"},
+        {ConvertItemModel::MessageRole, ""}, {ConvertItemModel::OutputRole, QVariant()},
+        {ConvertItemModel::TierRole, "good"}, {ConvertItemModel::TierLabelRole, "GOOD"},
+        {ConvertItemModel::IsMacOnlyRole, false}, {ConvertItemModel::RequiresNetworkRole, true}};
     for (const auto &[role, value] : expected)
         EXPECT_EQ(index.data(role), value) << role << ' ' << index.data(role).toString().toStdString();
+    EXPECT_EQ(model().itemModel()->targets("gdoc"), QStringList{"markdown"});
+    EXPECT_EQ(model().itemModel()->targets("nonsense"), QStringList());
     EXPECT_EQ(index.data(ConvertItemModel::ItemIdRole).toUuid(), row(0).id);
     EXPECT_TRUE(index.data(ConvertItemModel::NoteRole).toString().startsWith("Fetched from Google Drive"));
     model().setTarget(DocumentFormat::gsheet, row(0).id);
