@@ -7,7 +7,6 @@
 #include "Platform/CancellationError.h"
 
 #include <algorithm>
-#include <cstring>
 
 namespace nolfa {
 
@@ -83,7 +82,7 @@ std::uint32_t BlockPair::keyNumber(std::string_view word)
         return m_keys.number(word);
     const std::string key = WordTokenizer::key(word, m_options);
     auto *copy = static_cast<char *>(m_folded.allocate(key.size(), 1));
-    std::memcpy(copy, key.data(), key.size());
+    std::ranges::copy(key, copy);
     return m_keys.number({copy, key.size()});
 }
 

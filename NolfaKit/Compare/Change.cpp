@@ -68,6 +68,13 @@ std::string Change::searchableText() const
     return after != nullptr ? text + after->text : text;
 }
 
+bool Change::operator==(const Change &other) const
+{
+    const auto *own = as<Modified>();
+    const auto *others = other.as<Modified>();
+    return own != nullptr && others != nullptr ? *own == *others : m_value == other.m_value;
+}
+
 /// Of a modified block's runs.
 std::size_t Change::words(RunKind kind) const
 {

@@ -3,7 +3,9 @@
 #include "Compare/Block.h"
 
 #include <array>
+#include <memory>
 #include <string_view>
+#include <type_traits>
 #include <variant>
 #include <vector>
 
@@ -46,21 +48,23 @@ public:
         std::vector<DiffRun> runs;
         bool operator==(const Modified &) const = default;
     };
-    using Case = std::variant<Inserted, Deleted, Modified>;
 
     static Change inserted(Block block) { return Change(Inserted{std::move(block)}); }
     static Change deleted(Block block) { return Change(Deleted{std::move(block)}); }
     static Change modified(Block old, Block current, std::vector<DiffRun> runs)
     {
-        return Change(Modified{std::move(old), std::move(current), std::move(runs)});
+        return Change(std::make_shared<const Modified>(Modified{std::move(old), std::move(current), std::move(runs)}));
     }
-
-    [[nodiscard]] const Case &value() const noexcept { return m_value; }
 
     /// The payload when this is that case, or null.
     template <typename Alternative> [[nodiscard]] const Alternative *as() const noexcept
     {
-        return std::get_if<Alternative>(&m_value);
+        if constexpr (std::is_same_v<Alternative, Modified>) {
+            const auto *modification = std::get_if<std::shared_ptr<const Modified>>(&m_value);
+            return modification != nullptr ? modification->get() : nullptr;
+        } else {
+            return std::get_if<Alternative>(&m_value);
+        }
     }
 
     /// "i7", "d3" or "m3-7": stable within one comparison.
@@ -80,9 +84,12 @@ public:
     /// The old text and the new one, parted by a blank.
     [[nodiscard]] std::string searchableText() const;
 
-    bool operator==(const Change &) const = default;
+    bool operator==(const Change &other) const;
 
 private:
+    /// The largest payload is held apart, or all others would be as large.
+    using Case = std::variant<Inserted, Deleted, std::shared_ptr<const Modified>>;
+
     explicit Change(Case value)
         : m_value(std::move(value))
     {

@@ -26,7 +26,7 @@ EditSearch::EditSearch(
 void EditSearch::prepare(std::int64_t limit)
 {
     // A diagonal outside on each side is read, never written to.
-    m_middle = static_cast<std::int32_t>(limit) + 2;
+    m_middle = limit + 2;
     m_reach.assign(static_cast<std::size_t>(2 * m_middle + 1), nowhere);
     m_low = m_high = 0;
     m_passes.clear();

@@ -41,14 +41,14 @@ private:
     [[nodiscard]] std::vector<Step> wayBack() const;
     [[nodiscard]] std::int32_t &reach(std::int32_t diagonal)
     {
-        return m_reach[static_cast<std::size_t>(diagonal + m_middle)];
+        return m_reach[static_cast<std::size_t>(m_middle + diagonal)];
     }
 
     std::span<const std::uint32_t> m_left;
     std::span<const std::uint32_t> m_right;
     const std::stop_token &m_stop;
     std::vector<std::int32_t> m_reach; ///< x of each diagonal
-    std::int32_t m_middle = 0; ///< where the diagonal 0 is in it
+    std::int64_t m_middle = 0; ///< where the diagonal 0 is in it
     std::int32_t m_low = 0; ///< the diagonals of the next pass
     std::int32_t m_high = 0;
     std::vector<Pass> m_passes;

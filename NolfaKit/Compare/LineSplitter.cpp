@@ -9,7 +9,7 @@ namespace {
 /// The bytes that newline characters begin with.
 constexpr std::array<bool, 256> mayEndLine = [] {
     std::array<bool, 256> bytes{};
-    for (const std::size_t byte : {0x0A, 0x0B, 0x0C, 0x0D, 0xC2, 0xE2})
+    for (const unsigned byte : {0x0AU, 0x0BU, 0x0CU, 0x0DU, 0xC2U, 0xE2U})
         bytes[byte] = true;
     return bytes;
 }();
