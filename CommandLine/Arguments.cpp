@@ -25,6 +25,7 @@ struct Words {
     std::string to;
     std::string into;
     std::string jobs;
+    std::string report;
     bool asJSON = false;
 };
 
@@ -108,6 +109,33 @@ ConvertArguments convertFrom(const Words &words)
     return result;
 }
 
+ReportFormat reportFormatOf(const std::filesystem::path &file)
+{
+    const std::optional<DocumentFormat> format = DocumentFormats::fromURL(file);
+    if (format == DocumentFormat::pdf)
+        return ReportFormat::pdf;
+    if (!format || !isMarkdown(*format))
+        fail("--report takes a file that ends in .md or .pdf.", "--report demande un fichier en .md ou .pdf.");
+    return ReportFormat::markdown;
+}
+
+CompareArguments compareFrom(const Words &words)
+{
+    if (words.inputs.size() != 2)
+        fail("compare takes two files: the original, then the revised one.",
+            "compare demande deux fichiers : l’original, puis la version révisée.");
+    CompareArguments result{.original = words.inputs[0], .revised = words.inputs[1], .asJSON = words.asJSON};
+    if (!words.report.empty()) {
+        const std::filesystem::path file = words.report;
+        result.report = {file, reportFormatOf(file)};
+        std::error_code ignored;
+        if (!std::filesystem::is_directory(std::filesystem::absolute(file).parent_path(), ignored))
+            fail("There is no folder for “" + words.report + "”.",
+                "Il n’y a pas de dossier pour « " + words.report + " ».");
+    }
+    return result;
+}
+
 std::string version()
 {
     return "Nolfa " + Bundle::main().value("CFBundleShortVersionString").value_or("") + "\n";
@@ -155,6 +183,12 @@ Arguments parse(const std::vector<std::string> &arguments)
     convert->add_option("--into", words.into);
     convert->add_option("--jobs", words.jobs);
 
+    CLI::App *compare = app.add_subcommand("compare");
+    addCommonOptions(*compare, words);
+    compare->add_option("input", words.inputs);
+    compare->add_option("--report", words.report);
+    compare->add_flag("--json", words.asJSON);
+
     CLI::App *formats = app.add_subcommand("formats");
     addCommonOptions(*formats, words);
     formats->add_flag("--json", words.asJSON);
@@ -170,13 +204,17 @@ Arguments parse(const std::vector<std::string> &arguments)
         return {PrintArguments{version()}};
     if (words.wantsHelp)
         return {PrintArguments{convert->parsed() ? Help::convert()
+                : compare->parsed()              ? Help::compare()
                 : formats->parsed()              ? Help::formats()
                                                  : Help::overview()}};
     if (convert->parsed())
         return {convertFrom(words), words.isQuiet, paper};
+    if (compare->parsed())
+        return {compareFrom(words), words.isQuiet, paper};
     if (formats->parsed())
         return {FormatsArguments{words.asJSON}, words.isQuiet, paper};
-    fail("What shall be done? Give a verb: convert or formats.", "Que faire ? Donnez un verbe : convert ou formats.");
+    fail("What shall be done? Give a verb: convert, compare or formats.",
+        "Que faire ? Donnez un verbe : convert, compare ou formats.");
 }
 
 } // namespace nolfa::CommandLine

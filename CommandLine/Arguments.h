@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Compare/ComparisonReport.h"
 #include "Engine/DocumentFormat.h"
 #include "Localization/NolfaFormat.h"
 #include "Localization/NolfaL10n.h"
@@ -20,6 +21,18 @@ struct ConvertArguments {
     unsigned jobs = 1;
 };
 
+struct ReportArguments {
+    std::filesystem::path file; ///< as the user named it; a free name beside it where that is taken
+    ReportFormat format = ReportFormat::markdown;
+};
+
+struct CompareArguments {
+    std::filesystem::path original;
+    std::filesystem::path revised;
+    std::optional<ReportArguments> report;
+    bool asJSON = false;
+};
+
 struct FormatsArguments {
     bool asJSON = false;
 };
@@ -31,7 +44,7 @@ struct PrintArguments {
 
 /// What the user wants, ready to be carried out.
 struct Arguments {
-    std::variant<PrintArguments, ConvertArguments, FormatsArguments> verb;
+    std::variant<PrintArguments, ConvertArguments, CompareArguments, FormatsArguments> verb;
     bool isQuiet = false;
     std::optional<NolfaFormat::Paper> paper;
 };

@@ -39,6 +39,7 @@ std::string overview()
 Usage: nolfa-cli VERB …
 
   convert    documents into another format
+  compare    two documents, word by word
   formats    what can be converted into what
 
   nolfa-cli VERB --help   tells more
@@ -49,6 +50,7 @@ Usage: nolfa-cli VERB …
 Usage : nolfa-cli VERBE …
 
   convert    des documents dans un autre format
+  compare    deux documents, mot à mot
   formats    ce qui se convertit en quoi
 
   nolfa-cli VERBE --help  en dit plus
@@ -76,6 +78,27 @@ Convertit chaque FICHIER et affiche le chemin de chaque résultat. Les originaux
   --to FORMAT             markdown, docx, pptx… : nolfa-cli formats en donne la liste
   --into DOSSIER          un dossier existant pour les résultats ; sinon ils sont à côté des originaux
   --jobs N                combien de documents à la fois (par défaut la moitié des processeurs, au moins 2)
+)") + common()
+        + exitStatus();
+}
+
+std::string compare()
+{
+    return T(R"(Usage: nolfa-cli compare ORIGINAL REVISED [--report FILE] [--json]
+
+Compares two documents of any format that Markdown can be made of, word by word, and prints what changed, as Markdown.
+Nothing is overwritten: where a name is taken, "report 2.pdf" follows "report.pdf".
+
+  --report FILE           write it to a file that ends in .md or .pdf, and print that file's path
+  --json                  print it for programs, with everything that is known: docs/comparison-json.md tells how
+)",
+               R"(Usage : nolfa-cli compare ORIGINAL RÉVISÉ [--report FICHIER] [--json]
+
+Compare mot à mot deux documents de tout format dont on peut tirer du Markdown, et affiche ce qui a changé, en Markdown.
+Rien n’est écrasé : quand un nom est pris, « rapport 2.pdf » suit « rapport.pdf ».
+
+  --report FICHIER        l’écrire dans un fichier en .md ou .pdf, et afficher le chemin de ce fichier
+  --json                  l’afficher pour les programmes, avec tout ce qui est su : voyez docs/comparison-json.md
 )") + common()
         + exitStatus();
 }

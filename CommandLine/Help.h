@@ -9,6 +9,7 @@ namespace Help {
 
 [[nodiscard]] std::string overview();
 [[nodiscard]] std::string convert();
+[[nodiscard]] std::string compare();
 [[nodiscard]] std::string formats();
 
 } // namespace Help

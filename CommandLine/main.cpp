@@ -1,4 +1,5 @@
 #include "Arguments.h"
+#include "CompareCommand.h"
 #include "ConvertCommand.h"
 #include "Engine/ErrorMessage.h"
 #include "Engine/NolfaEngine.h"
@@ -38,6 +39,8 @@ ExitStatus run(const std::vector<std::string> &words, const InterruptSignals &si
     const ConversionService service = NolfaEngine::makeService(Bundle::main());
     if (const auto *formats = std::get_if<FormatsArguments>(&arguments.verb))
         return runFormats(service, *formats, std::cout);
+    if (const auto *compare = std::get_if<CompareArguments>(&arguments.verb))
+        return runCompare(service, *compare, std::cout, signals.token());
     const bool showsProgress = !arguments.isQuiet && Terminal::isErrorTerminal();
     return runConvert(service, std::get<ConvertArguments>(arguments.verb), showsProgress, std::cout, signals.token());
 }

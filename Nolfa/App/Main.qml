@@ -16,6 +16,8 @@ Window {
     visible: true
     title: "Nolfa"
     color: Palette.paper
+    // The settings alone keep nothing running.
+    onClosing: Qt.quit()
 
     RootView {
         anchors.fill: parent

@@ -2,6 +2,7 @@
 #include "DesignSystem/Language.h"
 #include "Nolfa/App/AppModel.h"
 #include "Nolfa/App/WindowGrowth.h"
+#include "Nolfa/Support/EndOnSignals.h"
 #include "Nolfa/Support/FileURL.h"
 #include "Platform/Bundle.h"
 
@@ -35,7 +36,8 @@ int main(int argc, char **argv)
     QGuiApplication application(argc, argv); // takes its own options out of the arguments
     QGuiApplication::setApplicationName("Nolfa");
     QGuiApplication::setDesktopFileName("app.pelgo.nolfa");
-    QGuiApplication::setWindowIcon(QIcon::fromTheme("app.pelgo.nolfa"));
+    if (const auto icon = nolfa::Bundle::main().resource("NolfaIcon", "svg"))
+        QGuiApplication::setWindowIcon(QIcon(QString::fromStdString(icon->string())));
     // The application takes the user's locale for the whole process; numbers in files keep their points.
     std::setlocale(LC_NUMERIC, "C");
 
@@ -54,5 +56,7 @@ int main(int argc, char **argv)
     QObject::connect(&app, &nolfa::AppModel::toolChanged, window,
         [&app, window] { nolfa::WindowGrowth::growIfNeeded(window, nolfa::AppModel::leastContentSize(app.tool())); });
     app.convert()->add(filesGiven(argc, argv));
+    // Whoever ends the session finds nothing half-done: what runs is stopped, as when the window is closed.
+    const nolfa::EndOnSignals endOnSignals;
     return QGuiApplication::exec();
 }

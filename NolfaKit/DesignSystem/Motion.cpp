@@ -39,6 +39,8 @@ Motion::Motion()
     if (!bus.isConnected())
         return;
     qDBusRegisterMetaType<Settings>();
+    // The types of the slot are looked up by name, and this one is known only once it was used.
+    qRegisterMetaType<QDBusVariant>();
     bus.connect(portal, portalPath, portalSettings, QStringLiteral("SettingChanged"), this,
         SLOT(takeOne(QString, QString, QDBusVariant)));
     QDBusMessage question

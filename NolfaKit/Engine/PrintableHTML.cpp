@@ -96,6 +96,35 @@ std::string_view styleValue(std::string_view style, std::string_view property)
     return {};
 }
 
+void appendInPixels(std::string &result, std::string_view declaration)
+{
+    while (!declaration.empty()) {
+        const std::size_t end = std::min(declaration.find_first_of(" :"), declaration.size());
+        const std::string_view word = declaration.substr(0, end);
+        const std::optional<int> length = word.ends_with("pt") ? pixels(word) : std::nullopt;
+        if (length)
+            result.append(std::to_string(*length)).append("px");
+        else
+            result += word;
+        result += declaration.substr(end, 1);
+        declaration.remove_prefix(std::min(end + 1, declaration.size()));
+    }
+}
+
+/// A style sheet with its margins in pixels. The layout takes points, in a margin, for nothing.
+std::string withMarginsInPixels(std::string_view style)
+{
+    constexpr std::string_view property = "margin";
+    std::string result;
+    for (std::size_t start = style.find(property); start != std::string_view::npos; start = style.find(property)) {
+        const std::size_t end = std::min(style.find_first_of(";}<", start), style.size());
+        result += style.substr(0, start);
+        appendInPixels(result, style.substr(start, end - start));
+        style.remove_prefix(end);
+    }
+    return result.append(style);
+}
+
 class Rewriter {
 public:
     PrintableHTML rewrite(std::string_view html)
@@ -173,7 +202,9 @@ private:
             addPicture(token);
         } else if (token.name == "input") {
             addCheckbox(token);
-        } else if (token.name == "style" || isOneOf(voidElements, token.name)) {
+        } else if (token.name == "style") {
+            m_result.html += withMarginsInPixels(token.source);
+        } else if (isOneOf(voidElements, token.name)) {
             if (token.name != "link" && token.name != "base")
                 m_result.html += token.source;
         } else {

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 #include <limits>
 #include <memory>
 #include <unicode/brkiter.h>
@@ -29,6 +30,19 @@ bool isASCII(std::string_view text)
 std::int32_t length(std::string_view text)
 {
     return static_cast<std::int32_t>(std::min<std::size_t>(text.size(), std::numeric_limits<std::int32_t>::max()));
+}
+
+/// How many bytes of ASCII the text begins with, give or take a few.
+std::int32_t asciiLength(std::string_view text)
+{
+    constexpr std::uint64_t highBits = 0x8080'8080'8080'8080;
+    std::size_t count = 0;
+    for (std::uint64_t word = 0; count + sizeof word <= text.size(); count += sizeof word) {
+        std::memcpy(&word, text.data() + count, sizeof word);
+        if ((word & highBits) != 0)
+            break;
+    }
+    return length(text.substr(0, count));
 }
 
 constexpr UChar32 replacement = 0xFFFD;
@@ -176,7 +190,8 @@ std::size_t countCharacters(std::string_view text, char32_t except)
 bool isValidUTF8(std::string_view text)
 {
     for (std::int32_t index = 0; index < length(text);) {
-        if (next(text, index) == broken)
+        index += asciiLength(text.substr(static_cast<std::size_t>(index)));
+        if (index < length(text) && next(text, index) == broken)
             return false;
     }
     return true;

@@ -1,9 +1,11 @@
 """End to end: the program in an X server, with real files and real conversions."""
 
+import os
 import pathlib
 import shutil
 import sys
 import tempfile
+import time
 import unittest
 
 import pyatspi
@@ -106,6 +108,26 @@ class ApplicationTest(unittest.TestCase):
             row = program.find("list item", "broken.docx, Word → Markdown, EXCELLENT, Failed")
             self.assertTrue(row.description.strip())
         self.assertEqual([file.name for file in self.files.iterdir()], ["broken.docx"])
+
+    def test_an_end_in_the_middle_leaves_nothing_half_done(self):
+        long_text = self.files / "long.md"
+        long_text.write_text("# Chapter\n\n" + "Some *words* of a long book. " * 60_000)
+        scratch = self.folder / "scratch"
+        scratch.mkdir()
+        os.environ["TMPDIR"] = str(scratch)
+        try:
+            with self.start(long_text) as program:
+                program.press("push button", "Convert")
+                program.find("animation", "Converting")
+                wait_for("a child at work", lambda: desktop.children_of(program.process.pid))
+                begin = time.monotonic()
+                program.process.terminate()
+                self.assertEqual(program.process.wait(desktop.DEADLINE), 0)
+                self.assertLess(time.monotonic() - begin, 5)
+        finally:
+            del os.environ["TMPDIR"]
+        self.assertEqual([file.name for file in self.files.iterdir()], ["long.md"])
+        self.assertEqual(list(scratch.iterdir()), [])
 
     def test_the_tree_names_every_part(self):
         with self.start(self.sample("report.docx")) as program:

@@ -34,6 +34,11 @@ def xdotool(*words):
     subprocess.run(["xdotool", *map(str, words)], check=True, timeout=DEADLINE)
 
 
+def children_of(process):
+    tasks = pathlib.Path(f"/proc/{process}/task").glob("*/children")
+    return " ".join(task.read_text() for task in tasks).split()
+
+
 class Program:
     """One run of the application, with a settings folder that outlives it."""
 

@@ -94,7 +94,7 @@ TEST(Arguments, versionIsTheBundles)
 
 TEST(Arguments, wrongUsageHasASentence)
 {
-    EXPECT_EQ(usageError({}), "What shall be done? Give a verb: convert or formats. See nolfa-cli --help.");
+    EXPECT_EQ(usageError({}), "What shall be done? Give a verb: convert, compare or formats. See nolfa-cli --help.");
     EXPECT_EQ(usageError({"convert", "--to", "markdown"}), "No file to convert was given. See nolfa-cli --help.");
     EXPECT_EQ(usageError({"convert", "a.docx"}), "--to FORMAT is missing. See nolfa-cli --help.");
     EXPECT_EQ(usageError({"convert", "a.docx", "--to", "doc"}), "There is no format “doc”. See nolfa-cli --help.");
@@ -112,4 +112,31 @@ TEST(Arguments, wrongUsageHasASentence)
         usageError({"convert", "a.md", "--to"}), "An option lacks its value, or has too many. See nolfa-cli --help.");
     EXPECT_EQ(usageError({"formats", "--lang", "de"}), "--lang is system, en or fr. See nolfa-cli --help.");
     EXPECT_EQ(usageError({"formats", "--paper", "a3"}), "--paper is a4 or usLetter. See nolfa-cli --help.");
+}
+
+TEST(Arguments, compareTakesTwoFiles)
+{
+    const auto arguments = std::get<CompareArguments>(parse({"compare", "a.docx", "--json", "--", "-b.pdf"}).verb);
+    EXPECT_EQ(arguments.original, "a.docx");
+    EXPECT_EQ(arguments.revised, "-b.pdf");
+    EXPECT_TRUE(arguments.asJSON);
+    EXPECT_FALSE(arguments.report);
+    const std::string two = "compare takes two files: the original, then the revised one. See nolfa-cli --help.";
+    EXPECT_EQ(usageError({"compare", "a.md"}), two);
+    EXPECT_EQ(usageError({"compare", "a.md", "b.md", "c.md"}), two);
+    EXPECT_EQ(usageError({"compare"}, NolfaLanguage::fr),
+        "compare demande deux fichiers : l’original, puis la version révisée. Voyez nolfa-cli --help.");
+}
+
+TEST(Arguments, aReportIsWhatItsNameEndsIn)
+{
+    const auto format = [](const char *file) {
+        return std::get<CompareArguments>(parse({"compare", "a.md", "b.md", "--report", file}).verb).report->format;
+    };
+    EXPECT_EQ(format("r.md"), ReportFormat::markdown);
+    EXPECT_EQ(format("r.PDF"), ReportFormat::pdf);
+    EXPECT_EQ(usageError({"compare", "a.md", "b.md", "--report", "r.docx"}),
+        "--report takes a file that ends in .md or .pdf. See nolfa-cli --help.");
+    EXPECT_EQ(usageError({"compare", "a.md", "b.md", "--report", "/no/folder/r.md"}),
+        "There is no folder for “/no/folder/r.md”. See nolfa-cli --help.");
 }

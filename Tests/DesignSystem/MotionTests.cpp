@@ -3,6 +3,7 @@
 #include "DesignSystem/Motion.h"
 
 #include <QDBusConnection>
+#include <QDBusMessage>
 #include <QDBusMetaType>
 #include <QSignalSpy>
 #include <QTest>
@@ -45,6 +46,19 @@ private slots:
         QTRY_VERIFY(motion.reduced());
         QCOMPARE(portal.asked.size(), 3);
         QCOMPARE(spy.count(), 1);
+
+        // The user changes their mind while the program runs.
+        const auto tell = [&bus](const QVariant &value) {
+            QDBusMessage change = QDBusMessage::createSignal(
+                "/org/freedesktop/portal/desktop", "org.freedesktop.portal.Settings", "SettingChanged");
+            change << "org.gnome.desktop.interface" << "enable-animations" << QVariant::fromValue(QDBusVariant(value));
+            return bus.send(change);
+        };
+        QVERIFY(tell(true));
+        QTRY_VERIFY(!motion.reduced());
+        QVERIFY(tell(false));
+        QTRY_VERIFY(motion.reduced());
+        QCOMPARE(spy.count(), 3);
     }
 };
 

@@ -42,6 +42,15 @@ TEST(PrintableHTML, takesPicturesOut)
         "width=\"30\"><img src=\"\" alt=\"\">");
 }
 
+TEST(PrintableHTML, marginsOfAStyleSheetAreInPixels)
+{
+    EXPECT_EQ(
+        printable("<style>p { margin: 6pt 0 4pt 12px; } b {margin-left:3pt} i { font-size: 9pt; margin: }</style>"),
+        "<style>p { margin: 8px 0 5px 12px; } b {margin-left:4px} i { font-size: 9pt; margin: }</style>");
+    EXPECT_EQ(printable("<style>margin: pt -6pt xpt</style>"), "<style>margin: pt -6pt xpt</style>");
+    EXPECT_EQ(printable("<style>margin"), "<style>margin");
+}
+
 TEST(PrintableHTML, strikesDeletedTextAndKeepsItsOwnStyle)
 {
     EXPECT_EQ(printable("<del>x</del>"), "<del><s>x</s></del>");
