@@ -1,6 +1,5 @@
 import NolfaKit.DesignSystem
 import QtQuick
-import QtQuick.Templates as T
 
 /// What can be done with the whole list.
 Item {
@@ -10,6 +9,8 @@ Item {
     property bool isConverting: false
     property int current: 1
     property int total: 0
+    /// Nothing else is open that wants them.
+    property bool keysAreOurs: true
     readonly property alias firstButton: clear
 
     readonly property string convertLabel: count === 1 ? L10n.T("Convert", "Convertir")
@@ -61,15 +62,14 @@ Item {
         onClicked: root.convertRequested()
     }
 
-    // Not while a list or a menu is open: there, the keys are its own.
     Shortcut {
         sequences: ["Return", "Enter"]
-        enabled: convert.enabled && convert.visible && !root.T.Overlay.overlay.visible
+        enabled: convert.enabled && convert.visible && root.keysAreOurs
         onActivated: root.convertRequested()
     }
     Shortcut {
         sequences: ["Ctrl+Del", "Ctrl+Backspace"]
-        enabled: clear.visible && !root.T.Overlay.overlay.visible
+        enabled: clear.visible && root.keysAreOurs
         onActivated: root.clearRequested()
     }
 }

@@ -12,6 +12,15 @@ FocusScope {
     readonly property bool isEmpty: items.count === 0
     readonly property alias list: list
 
+    /// No list, menu or sheet is open: there, the keys are its own. A tool tip takes no keys.
+    readonly property bool keysAreOurs: {
+        for (let item = Window.activeFocusItem; item; item = item.parent) {
+            if (item === T.Overlay.overlay || (item.popup && item.popup.visible))
+                return false
+        }
+        return true
+    }
+
     /// The user wants the open panel.
     signal chooseRequested()
 
@@ -46,17 +55,13 @@ FocusScope {
     // Rows come and go as the list is scrolled: their order among the focus stops is the list's, not theirs of birth.
     Shortcut {
         sequence: "Tab"
-        enabled: tabs.isOurs && (root.focusedRow >= 0 || zone.button.activeFocus)
+        enabled: list.visible && keysAreOurs && (root.focusedRow >= 0 || zone.button.activeFocus)
         onActivated: root.focusedRow < 0 ? root.goToRow(0, true) : root.stepFrom(root.focusedRow, true)
     }
     Shortcut {
         sequences: ["Shift+Tab", "Backtab", "Shift+Backtab"]
-        enabled: tabs.isOurs && (root.focusedRow >= 0 || footer.firstButton.activeFocus)
+        enabled: list.visible && keysAreOurs && (root.focusedRow >= 0 || footer.firstButton.activeFocus)
         onActivated: root.focusedRow < 0 ? root.goToRow(root.items.count - 1, false) : root.stepFrom(root.focusedRow, false)
-    }
-    QtObject {
-        id: tabs
-        readonly property bool isOurs: list.visible && !root.T.Overlay.overlay.visible
     }
 
     function stepFrom(row: int, forward: bool) {
@@ -160,6 +165,7 @@ FocusScope {
         isConverting: root.convert.isConverting
         current: root.convert.current
         total: root.convert.total
+        keysAreOurs: root.keysAreOurs
         onClearRequested: root.convert.clear()
         onConvertRequested: root.convert.convertAll()
     }

@@ -195,6 +195,17 @@ TestCase {
         stateIs(2, "running")
     }
 
+    function test_a_tool_tip_takes_no_keys() {
+        stage.add(["a.docx"])
+        const tip = findChild(row(0), "pathTip")
+        mouseMove(findChild(row(0), "name"), 20, 8)
+        tryVerify(() => tip.tip && tip.tip.opened)
+        keyClick(Qt.Key_Return)
+        stateIs(0, "running")
+        keyClick(Qt.Key_Delete, Qt.ControlModifier)
+        compare(view.list.count, 0)
+    }
+
     function test_control_delete_clears_also_while_running_data() {
         return [{ tag: "Delete", key: Qt.Key_Delete }, { tag: "Backspace", key: Qt.Key_Backspace }]
     }
