@@ -35,7 +35,7 @@ int main(int argc, char **argv)
 {
     QGuiApplication application(argc, argv); // takes its own options out of the arguments
     QGuiApplication::setApplicationName("Nolfa");
-    QGuiApplication::setDesktopFileName("nolfa");
+    QGuiApplication::setDesktopFileName("app.pelgo.nolfa");
     if (const auto icon = nolfa::Bundle::main().resource("NolfaIcon", "svg"))
         QGuiApplication::setWindowIcon(QIcon(QString::fromStdString(icon->string())));
     // The application takes the user's locale for the whole process; numbers in files keep their points.

@@ -58,7 +58,7 @@ Item {
         return true
     }
     function focusStops(): var {
-        return [chooser.picker, reveal, open, remove].filter(stop => stop.visible)
+        return [line.picker, reveal, open, head.remove].filter(stop => stop.visible)
     }
 
     readonly property alias body: body
@@ -84,13 +84,13 @@ Item {
 
             readonly property real textLeft: chip.width + 16
             readonly property real room: width - textLeft
-            readonly property real lineHeight: Math.max(32, chooser.implicitHeight)
             // The buttons stand beside the conversion if nothing else is said and they have room there.
-            readonly property bool linksInline: root.secondLine === "" && tags.x + tags.width + 12 + links.width <= width
-            readonly property real thirdTop: line.y + lineHeight + 6
+            readonly property bool linksInline: root.secondLine === ""
+                && textLeft + line.width + 12 + links.width <= width
+            readonly property real thirdTop: line.y + line.height + 6
 
             implicitHeight: root.secondLine !== "" ? thirdTop + Math.max(words.implicitHeight, root.isDone ? 18 : 0)
-                : root.isDone && !linksInline ? thirdTop + 25 : line.y + lineHeight
+                : root.isDone && !linksInline ? thirdTop + 25 : line.y + line.height
 
             HoverHandler { id: pointer }
             TapHandler {
@@ -108,118 +108,29 @@ Item {
                 Accessible.ignored: true
             }
 
-            Item {
+            FileRowHead {
                 id: head
                 x: body.textLeft
                 width: body.room
-                height: 32
-
-                Text {
-                    objectName: "name"
-                    width: (status.visible ? status.x : remove.x) - 12
-                    anchors.verticalCenter: parent.verticalCenter
-                    text: root.name
-                    textFormat: Text.PlainText
-                    elide: Text.ElideMiddle
-                    font: AppFont.body(15, AppFont.Body.Medium)
-                    color: Palette.ink
-                    Accessible.ignored: true
-
-                    HoverHandler { id: overName }
-                    HoverTip {
-                        objectName: "pathTip"
-                        shown: overName.hovered
-                        text: root.path
-                    }
-                }
-                RowStatus {
-                    id: status
-                    objectName: "rowStatus"
-                    anchors.right: remove.left
-                    anchors.rightMargin: 12
-                    anchors.verticalCenter: parent.verticalCenter
-                    itemState: root.itemState
-                }
-                IconButton {
-                    id: remove
-                    objectName: "remove"
-                    anchors.right: parent.right
-                    anchors.verticalCenter: parent.verticalCenter
-                    symbol: "xmark"
-                    text: L10n.T("Remove", "Retirer")
-                    looksHovered: hovered || root.hovering
-                    background.visible: hovered || down || visualFocus
-                    onClicked: root.removeRequested()
-
-                    HoverTip { shown: remove.hovered; text: remove.text }
-                }
+                name: root.name
+                path: root.path
+                itemState: root.itemState
+                hovering: root.hovering
+                onRemoveRequested: root.removeRequested()
             }
 
-            Item {
+            ConversionLine {
                 id: line
                 x: body.textLeft
-                y: 32
-                height: body.lineHeight
-
-                Text {
-                    id: from
-                    anchors.verticalCenter: parent.verticalCenter
-                    text: root.sourceName
-                    textFormat: Text.PlainText
-                    font: AppFont.body(14)
-                    color: Palette.slate
-                    Accessible.ignored: true
-                }
-                Text {
-                    id: arrow
-                    anchors.left: from.right
-                    anchors.leftMargin: 8
-                    anchors.verticalCenter: parent.verticalCenter
-                    text: "→"
-                    textFormat: Text.PlainText
-                    font: AppFont.body(14)
-                    color: Palette.slate
-                    Accessible.ignored: true
-                }
-                TargetPicker {
-                    id: chooser
-                    objectName: "target"
-                    anchors.left: arrow.right
-                    anchors.leftMargin: 8
-                    anchors.verticalCenter: parent.verticalCenter
-                    targets: root.targets
-                    target: root.target
-                    targetName: root.targetName
-                    onChosen: target => root.targetChosen(target)
-                }
-            }
-
-            Row {
-                id: tags
-                x: body.textLeft + chooser.x + chooser.width + 12
-                y: line.y + Math.round((body.lineHeight - height) / 2)
-                spacing: 6
-
-                QualityBadge {
-                    objectName: "badge"
-                    visible: root.tier !== ""
-                    tier: root.tier || "excellent"
-                    Accessible.ignored: true
-                }
-                Chip {
-                    objectName: "mac"
-                    visible: root.isMacOnly
-                    text: "MAC"
-                    isRequirement: true
-                    toolTip: root.macSentence
-                }
-                Chip {
-                    objectName: "internet"
-                    visible: root.requiresNetwork
-                    text: "INTERNET"
-                    isRequirement: true
-                    toolTip: root.networkSentence
-                }
+                y: head.height
+                sourceName: root.sourceName
+                targets: root.targets
+                target: root.target
+                targetName: root.targetName
+                tier: root.tier
+                macSentence: root.isMacOnly ? root.macSentence : ""
+                networkSentence: root.requiresNetwork ? root.networkSentence : ""
+                onChosen: target => root.targetChosen(target)
             }
 
             Text {
@@ -244,7 +155,7 @@ Item {
                 objectName: "links"
                 visible: root.isDone
                 anchors.right: parent.right
-                y: body.linksInline ? line.y + Math.round((body.lineHeight - height) / 2) : body.thirdTop - 7
+                y: body.linksInline ? line.y + Math.round((line.height - height) / 2) : body.thirdTop - 7
 
                 TextButton {
                     id: reveal

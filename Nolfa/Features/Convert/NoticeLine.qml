@@ -8,6 +8,7 @@ Item {
     property bool shown: false
     property int skipped: 0
     property int duplicates: 0
+    property bool isCentred: false
 
     readonly property string skippedText: skipped === 0 ? ""
         : skipped === 1 ? L10n.T("One file was skipped. Nolfa cannot open that format.",
@@ -32,7 +33,7 @@ Item {
 
     Symbol {
         id: icon
-        x: root.width < word.implicitWidth + 24 ? 0 : Math.round(indent)
+        x: root.isCentred ? Math.max(0, Math.round((root.width - 24 - word.implicitWidth) / 2)) : 0
         y: 2
         width: 16
         height: 16
@@ -52,8 +53,4 @@ Item {
         color: Palette.slate
         Accessible.ignored: true
     }
-
-    /// Of the icon, from the left: for the line that stands in the middle.
-    property bool isCentred: false
-    readonly property real indent: isCentred ? Math.max(0, (width - 24 - word.implicitWidth) / 2) : 0
 }
