@@ -3,7 +3,7 @@
 #include "Compare/ComparedText.h"
 #include "Compare/MarkdownBlockParser.h"
 #include "Compare/SectionList.h"
-#include "Compare/WordTokenizer.h"
+#include "Compare/WordCutter.h"
 #include "Engine/ConversionError.h"
 #include "Engine/Scratch.h"
 #include "Platform/CancellationError.h"
@@ -22,14 +22,16 @@ ComparedText load(const std::filesystem::path &url, const ConversionService &ser
     return ComparedText::load(url, service, folder, stop);
 }
 
+/// As WordTokenizer::count() of each, for blocks of any length.
 std::size_t words(const std::vector<Block> &blocks, const std::stop_token &stop)
 {
-    constexpr std::size_t blocksBetweenChecks = 256;
+    constexpr std::size_t wordsBetweenChecks = 65'536;
     std::size_t sum = 0;
     for (const Block &block : blocks) {
-        if (block.index % blocksBetweenChecks == 0)
-            throwIfStopped(stop);
-        sum += WordTokenizer::count(block.text);
+        for (WordCutter cutter(block.text); !cutter.next().empty();) {
+            if (++sum % wordsBetweenChecks == 0)
+                throwIfStopped(stop);
+        }
     }
     return sum;
 }

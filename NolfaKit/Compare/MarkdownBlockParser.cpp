@@ -1,6 +1,7 @@
 #include "Compare/MarkdownBlockParser.h"
 
 #include "Compare/LineSplitter.h"
+#include "Engine/ItemNumber.h"
 #include "Platform/CancellationError.h"
 #include "Platform/Unicode.h"
 
@@ -42,10 +43,7 @@ std::optional<std::string_view> bulletText(std::string_view trimmed)
     if (trimmed.starts_with("- ") || trimmed.starts_with("* ") || trimmed.starts_with("+ "))
         return Unicode::trimmedOfBlanks(trimmed.substr(2));
     std::string_view rest = trimmed;
-    if (!Unicode::takeDigits(rest) || rest.empty() || (rest.front() != '.' && rest.front() != ')'))
-        return std::nullopt;
-    rest.remove_prefix(1);
-    if (!Unicode::takeWhiteSpace(rest))
+    if (!takeItemNumber(rest))
         return std::nullopt;
     return Unicode::trimmedOfBlanks(rest);
 }

@@ -1,5 +1,7 @@
 #include "Engine/ItemNumber.h"
 
+#include "Platform/Unicode.h"
+
 #include <algorithm>
 #include <array>
 
@@ -51,6 +53,18 @@ std::string itemNumber(long number, std::string_view type)
             return upper(roman(number));
     }
     return std::to_string(number);
+}
+
+bool takeItemNumber(std::string_view &line)
+{
+    std::string_view rest = line;
+    if (!Unicode::takeDigits(rest) || rest.empty() || (rest.front() != '.' && rest.front() != ')'))
+        return false;
+    rest.remove_prefix(1);
+    if (!Unicode::takeWhiteSpace(rest))
+        return false;
+    line = rest;
+    return true;
 }
 
 } // namespace nolfa

@@ -1,5 +1,6 @@
 #include "Engine/PDFPageMarkdown.h"
 
+#include "Engine/ItemNumber.h"
 #include "Engine/PDFTextExtraction.h"
 #include "Platform/Unicode.h"
 
@@ -108,10 +109,7 @@ std::optional<std::string_view> strippedBullet(std::string_view line)
             return Unicode::trimmedOfBlanks(line.substr(bullet.size() + 1));
     }
     std::string_view rest = line;
-    if (!Unicode::takeDigits(rest) || rest.empty() || (rest.front() != '.' && rest.front() != ')'))
-        return std::nullopt;
-    rest.remove_prefix(1);
-    if (!Unicode::takeWhiteSpace(rest))
+    if (!takeItemNumber(rest))
         return std::nullopt;
     return rest;
 }

@@ -1,13 +1,11 @@
 #include "Platform/Unicode.h"
 
-#include "Platform/PlatformError.h"
+#include "Platform/CharacterWalk.h"
 
 #include <algorithm>
 #include <array>
 #include <cstring>
 #include <limits>
-#include <memory>
-#include <unicode/brkiter.h>
 #include <unicode/bytestream.h>
 #include <unicode/casemap.h>
 #include <unicode/locid.h>
@@ -143,19 +141,6 @@ bool isWhitespaceOrNewline(UChar32 codePoint)
         || (mask(codePoint) & U_GC_Z_MASK) != 0;
 }
 
-/// Where text is split into user-perceived characters. Costs a rule compilation, so each thread keeps one.
-icu::BreakIterator &characterBoundaries()
-{
-    thread_local std::unique_ptr<icu::BreakIterator> boundaries;
-    if (!boundaries) {
-        UErrorCode status = U_ZERO_ERROR;
-        boundaries.reset(icu::BreakIterator::createCharacterInstance(icu::Locale::getRoot(), status));
-        if (!boundaries || U_FAILURE(status) != 0)
-            throw PlatformError("no rules for characters");
-    }
-    return *boundaries; // NOLINT(clang-analyzer-cplusplus.NewDelete): it outlives the call, being the thread's
-}
-
 } // namespace
 
 void append(std::string &text, char32_t codePoint)
@@ -175,15 +160,13 @@ std::size_t countCharacters(std::string_view text, char32_t except)
             ? count
             : count - static_cast<std::size_t>(std::ranges::count(text, static_cast<char>(except)));
     }
-    const icu::UnicodeString wide = icu::UnicodeString::fromUTF8(icu::StringPiece(text.data(), length(text)));
-    icu::BreakIterator &boundaries = characterBoundaries();
-    boundaries.setText(wide);
+    std::string excluded;
+    append(excluded, except);
+    // Broken sequences count as what they are shown as.
+    const std::string shown = repaired(text);
     std::size_t count = 0;
-    for (std::int32_t start = boundaries.first(), end = boundaries.next(); end != icu::BreakIterator::DONE;
-         start = end, end = boundaries.next()) {
-        if (except == 0 || wide.indexOf(static_cast<UChar32>(except), start, end - start) < 0)
-            ++count;
-    }
+    for (CharacterWalk walk(shown); walk.next();)
+        count += except == 0 || walk.character().find(excluded) == std::string_view::npos ? 1 : 0;
     return count;
 }
 

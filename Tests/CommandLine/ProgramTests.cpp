@@ -93,6 +93,24 @@ TEST(Program, listsWhatIsOnOffer)
     EXPECT_EQ(std::get<JSON::Array>(json->find("routes")->value).size(), 20U);
 }
 
+TEST(Program, comparesAndWritesTheReport)
+{
+    const TemporaryFolder folder;
+    folder.write("old.md", "# T\n\none two three\n");
+    folder.write("new.md", "# T\n\none two four\n");
+    EXPECT_EQ(nolfaCli({"compare", "old.md", "new.md", "--report", "r.pdf"}, {}, folder.path()),
+        (ProcessResult{0, (folder / "r.pdf").string() + "\n", ""}));
+    EXPECT_THAT(contentOf(folder / "r.pdf"), ::testing::StartsWith("%PDF-"));
+    const ProcessResult french = nolfaCli({"compare", "old.md", "new.md", "--lang", "fr"}, {}, folder.path());
+    EXPECT_THAT(french.stdout, HasSubstr("# Rapport de comparaison\n"));
+    EXPECT_THAT(french.stdout, HasSubstr("\none two ~~three~~ ++four++\n"));
+    const std::optional<JSON> json
+        = JSON::parse(nolfaCli({"compare", "old.md", "old.md", "--json"}, {}, folder.path()).stdout);
+    ASSERT_TRUE(json);
+    EXPECT_EQ(json->find("isIdentical")->value, JSON(true).value);
+    EXPECT_THAT(folder.names(), ElementsAre("new.md", "old.md", "r.pdf"));
+}
+
 TEST(Program, runsFromAnotherPlaceOnceInstalled)
 {
     const TemporaryFolder folder;
