@@ -10,6 +10,7 @@ namespace Help {
 [[nodiscard]] std::string overview();
 [[nodiscard]] std::string convert();
 [[nodiscard]] std::string formats();
+[[nodiscard]] std::string watermark();
 
 } // namespace Help
 

@@ -94,7 +94,7 @@ TEST(Arguments, versionIsTheBundles)
 
 TEST(Arguments, wrongUsageHasASentence)
 {
-    EXPECT_EQ(usageError({}), "What shall be done? Give a verb: convert or formats. See nolfa-cli --help.");
+    EXPECT_EQ(usageError({}), "What shall be done? Give a verb: convert, watermark or formats. See nolfa-cli --help.");
     EXPECT_EQ(usageError({"convert", "--to", "markdown"}), "No file to convert was given. See nolfa-cli --help.");
     EXPECT_EQ(usageError({"convert", "a.docx"}), "--to FORMAT is missing. See nolfa-cli --help.");
     EXPECT_EQ(usageError({"convert", "a.docx", "--to", "doc"}), "There is no format “doc”. See nolfa-cli --help.");
