@@ -29,6 +29,27 @@ std::optional<DrawnPage> nextPicture(std::istream &stream)
     return stream ? std::optional(std::move(page)) : std::nullopt;
 }
 
+bool isAlike(const DrawnPage::Pixel &one, const DrawnPage::Pixel &other)
+{
+    constexpr int smoothing = 48;
+    return std::abs(one.red - other.red) <= smoothing && std::abs(one.green - other.green) <= smoothing
+        && std::abs(one.blue - other.blue) <= smoothing;
+}
+
+/// Whether a page has that pixel at a place or right beside it.
+bool isNear(const DrawnPage::Pixel &pixel, const DrawnPage &page, int x, int y)
+{
+    if (isAlike(pixel, page.at(x, y)))
+        return true;
+    for (int row = std::max(y - 1, 0); row <= std::min(y + 1, page.height - 1); ++row) {
+        for (int column = std::max(x - 1, 0); column <= std::min(x + 1, page.width - 1); ++column) {
+            if (isAlike(pixel, page.at(column, row)))
+                return true;
+        }
+    }
+    return false;
+}
+
 } // namespace
 
 const DrawnPage::Pixel &DrawnPage::at(int x, int y) const
@@ -72,13 +93,10 @@ double difference(const DrawnPage &one, const DrawnPage &other)
 {
     if (one.width != other.width || one.height != other.height)
         return 1;
-    constexpr int smoothing = 48;
-    const auto isFar = [](int a, int b) { return std::abs(a - b) > smoothing; };
     std::size_t count = 0;
-    for (std::size_t index = 0; index < one.pixels.size(); ++index) {
-        const DrawnPage::Pixel &a = one.pixels[index];
-        const DrawnPage::Pixel &b = other.pixels[index];
-        count += isFar(a.red, b.red) || isFar(a.green, b.green) || isFar(a.blue, b.blue) ? 1U : 0U;
+    for (int y = 0; y < one.height; ++y) {
+        for (int x = 0; x < one.width; ++x)
+            count += isNear(one.at(x, y), other, x, y) && isNear(other.at(x, y), one, x, y) ? 0U : 1U;
     }
     return static_cast<double>(count) / static_cast<double>(std::max<std::size_t>(one.pixels.size(), 1));
 }

@@ -46,7 +46,8 @@ struct DrawnPage {
 /// Draws one page; fails the test when it can't.
 [[nodiscard]] DrawnPage drawnPage(const std::filesystem::path &file, int page = 1, double dotsPerInch = 72);
 
-/// The part of all pixels that differ by more than smoothing of edges explains; 1 for pages of different sizes.
+/// The part of all pixels that differ by more than smoothed edges and a step of one pixel explain; 1 for pages of
+/// different sizes.
 [[nodiscard]] double difference(const DrawnPage &one, const DrawnPage &other);
 
 } // namespace nolfa::testing
