@@ -61,8 +61,10 @@ struct PDFStamper::Implementation {
     std::map<std::string, int> contents; ///< of pages, by what they say
     std::map<std::string, int> rowForms; ///< rows of the line, by what they say
 
-    explicit Implementation(const std::filesystem::path &file)
-        : source(file)
+    // Streams are held as they are stored, one at a time, in a buffer that doubles as it grows: none that is really in
+    // the file may fail for want of room.
+    Implementation(const std::filesystem::path &file, std::uintmax_t fileSize)
+        : source(file, 2 * static_cast<std::size_t>(fileSize))
     {
     }
 
@@ -208,10 +210,11 @@ PDFStamper::~PDFStamper() = default;
 std::optional<PDFStamper> PDFStamper::open(const std::filesystem::path &file)
 {
     std::error_code error;
-    if (!std::filesystem::is_regular_file(file, error))
+    const std::uintmax_t size = std::filesystem::file_size(file, error);
+    if (error || !std::filesystem::is_regular_file(file, error))
         return std::nullopt;
     try {
-        auto implementation = std::make_unique<Implementation>(file);
+        auto implementation = std::make_unique<Implementation>(file, size);
         if (!implementation->source.isLocked())
             implementation->source.listPages();
         return PDFStamper(std::move(implementation));

@@ -422,6 +422,18 @@ TEST_F(Watermark, whatThePageLeavesInForceDoesNotReachTheStamp)
     EXPECT_EQ(page.at(50, 100), black);
 }
 
+TEST_F(Watermark, theStampPunchesNoHolesWhereContentKnocksOut)
+{
+    WatermarkSpec spec = bold("\u2588");
+    spec.opacity = 0.5;
+    const PDFBuilder builder = PDFBuilder().page(
+        "1 0 0 rg 0 0 100 200 re f", smallPage + " /Group << /S /Transparency /CS /DeviceRGB /I true /K true >>");
+    const DrawnPage page = drawnPage(stamped(builder, spec));
+    EXPECT_EQ(page.at(2, 2), red);
+    EXPECT_NEAR(page.at(50, 100).red, 128, 2);
+    EXPECT_EQ(page.at(50, 100).green, 0);
+}
+
 TEST_F(Watermark, layersThatAreOffStayOff)
 {
     PDFBuilder builder;

@@ -8,7 +8,8 @@ using Stream = Handle<fz_stream, fz_drop_stream>;
 
 } // namespace
 
-Document::Document(const std::filesystem::path &file)
+Document::Document(const std::filesystem::path &file, std::size_t room)
+    : m_context(Context::usualCache, Context::usualQuota + room)
 {
     fz_stream *opened = nullptr;
     m_context.call([&](fz_context *mu) noexcept { opened = fz_open_file(mu, file.c_str()); });

@@ -19,8 +19,9 @@ public:
     /// The pages' object numbers, 0 for a page that is no object of its own. Openings of one file may share them.
     using PageObjects = std::shared_ptr<const std::vector<int>>;
 
+    /// @param room  bytes that it may take from the heap beyond what is usual
     /// @throws PlatformError for what isn't a readable PDF
-    explicit Document(const std::filesystem::path &file);
+    explicit Document(const std::filesystem::path &file, std::size_t room = 0);
     /// @param bytes  must stay as long as this
     /// @throws PlatformError
     explicit Document(std::string_view bytes);

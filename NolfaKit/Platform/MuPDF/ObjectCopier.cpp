@@ -212,6 +212,9 @@ bool ObjectCopier::lacksResources(fz_context *mu, pdf_obj *dictionary) const noe
     if (m_pageResources.empty())
         return false;
     pdf_obj *const kind = pdf_dict_get(mu, dictionary, PDF_NAME(Subtype));
+    // Whoever prints must not be thrown out halfway, as following a reference can do.
+    if (pdf_is_indirect(mu, kind) != 0)
+        return false;
     const bool takesResources
         = pdf_name_eq(mu, kind, PDF_NAME(Form)) != 0 || pdf_name_eq(mu, kind, PDF_NAME(Type3)) != 0;
     return takesResources && pdf_dict_get(mu, dictionary, PDF_NAME(Resources)) == nullptr;

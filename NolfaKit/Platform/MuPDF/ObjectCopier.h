@@ -17,7 +17,7 @@ public:
     ObjectCopier(const Document &source, PDFWriter &target);
 
     /// How a value reads in the new file. The objects that it mentions are brought over by copyMentioned().
-    /// To be called within a guard.
+    /// To be called within a guard, which it never leaves by a failure.
     /// @param value  null, or of the source
     void print(fz_context *mu, pdf_obj *value, std::string &out) noexcept { print(mu, value, out, 0); }
 

@@ -22,6 +22,9 @@ constexpr Rectangle defaultBox{0, 0, 612, 792};
 /// The page's unit may be anything that is a size.
 constexpr double largestUnit = 75'000;
 
+/// Around a form, so that its own edge is never drawn: the new page cuts where the old one did.
+constexpr double margin = 1;
+
 constexpr int fullTurn = 360;
 constexpr int quarterTurn = 90;
 
@@ -98,25 +101,30 @@ PageSource::Content PageSource::content(std::size_t page, const std::string &ent
 {
     Content result;
     std::string resources;
+    std::string group;
+    bool isKnockout = false;
     pdf_obj *owned = nullptr;
     m_source.attempt([&](fz_context *mu) noexcept {
         pdf_obj *const dictionary = m_source.page(mu, page);
         owned = pdf_keep_obj(mu, dictionary);
         result.contents = pdf_dict_get(mu, dictionary, PDF_NAME(Contents));
         pdf_obj *const inherited = pdf_dict_get_inheritable(mu, dictionary, PDF_NAME(Resources));
-        if (inherited == nullptr)
-            resources = "<<>>";
-        else
+        if (inherited != nullptr)
             m_copier.print(mu, inherited, resources);
-        pdf_obj *const group = pdf_dict_get(mu, dictionary, PDF_NAME(Group));
-        if (group != nullptr) {
-            result.group = "/Group ";
-            m_copier.print(mu, group, result.group);
+        if (pdf_obj *const value = pdf_dict_get(mu, dictionary, PDF_NAME(Group)); value != nullptr) {
+            isKnockout = pdf_dict_get_bool(mu, value, PDF_NAME(K)) != 0;
+            m_copier.print(mu, value, group);
         }
     });
     result.kept = Object(m_source.context(), owned);
+    if (resources.empty())
+        resources = "<<>>";
     m_copier.setPageResources(resources);
     result.entries = "/Type/XObject/Subtype/Form" + entries + "/Resources " + resources;
+    // In a page where what comes later knocks out what came before, the stamp would punch holes: there the group is
+    // the form's alone.
+    if (!group.empty())
+        (isKnockout ? result.entries : result.group) += "/Group " + group;
     m_source.attempt([&](fz_context *mu) noexcept {
         pdf_obj *contents = result.contents;
         if (pdf_is_array(mu, contents) != 0 && pdf_array_len(mu, contents) == 1)
@@ -136,7 +144,8 @@ PageSource::Form PageSource::copy(
     std::size_t page, const Rectangle &box, const std::string &entries, const std::stop_token &stop)
 {
     std::string formEntries = "/BBox[";
-    for (const double side : {box.x, box.y, box.x + box.width, box.y + box.height}) {
+    for (const double side :
+        {box.x - margin, box.y - margin, box.x + box.width + margin, box.y + box.height + margin}) {
         PDFNumber::append(formEntries, side);
         formEntries += ' ';
     }
