@@ -244,10 +244,10 @@ std::optional<Size> PDFStamper::pageSize(std::size_t page) const
     return Size{size.width * frame->unit, size.height * frame->unit};
 }
 
-void PDFStamper::begin(Sink sink, const std::optional<TypesetLine> &line)
+void PDFStamper::begin(ByteSink &sink, const std::optional<TypesetLine> &line)
 {
     Implementation &self = *m_implementation;
-    self.writer = std::make_unique<PDFWriter>(std::move(sink));
+    self.writer = std::make_unique<PDFWriter>(sink);
     self.pages = std::make_unique<PageSource>(self.source, *self.writer);
     self.root = self.writer->newNumber();
     if (line)

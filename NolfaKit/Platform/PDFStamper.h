@@ -1,15 +1,14 @@
 #pragma once
 
+#include "Platform/ByteSink.h"
 #include "Platform/Geometry.h"
 #include "Platform/TypesetLine.h"
 
 #include <cstddef>
 #include <filesystem>
-#include <functional>
 #include <memory>
 #include <optional>
 #include <stop_token>
-#include <string_view>
 
 namespace nolfa {
 
@@ -31,8 +30,6 @@ struct StampPlaces {
 /// form fields) stays behind. The copy is never encrypted. Not thread-safe; several threads have one each.
 class PDFStamper {
 public:
-    using Sink = std::function<void(std::string_view)>;
-
     /// Absent for what isn't a readable PDF. A document that is damaged but can be repaired opens.
     [[nodiscard]] static std::optional<PDFStamper> open(const std::filesystem::path &file);
 
@@ -49,10 +46,10 @@ public:
     [[nodiscard]] std::optional<Size> pageSize(std::size_t page) const;
 
     /// Starts the new file.
-    /// @param sink  takes its bytes in their order; what it throws passes through
+    /// @param sink  takes its bytes, and must stay until finish(); what it throws passes through
     /// @param line  what pages may be stamped with
     /// @throws PlatformError when the line can't be taken over
-    void begin(Sink sink, const std::optional<TypesetLine> &line);
+    void begin(ByteSink &sink, const std::optional<TypesetLine> &line);
 
     /// Adds a copy of a page. One that can't be got is left out.
     /// @param places  of the line over it; none leaves the page as it is

@@ -42,8 +42,8 @@ Row tableRow(std::uint8_t kind, std::uint64_t position, std::uint64_t index)
 
 } // namespace
 
-PDFWriter::PDFWriter(Sink sink)
-    : m_sink(std::move(sink))
+PDFWriter::PDFWriter(ByteSink &sink)
+    : m_sink(sink)
 {
     // The comment tells programs that move files that this isn't text.
     put("%PDF-1.7\n%\xE2\xE3\xCF\xD3\n");
@@ -71,12 +71,18 @@ void PDFWriter::object(int number, std::string_view body)
 
 void PDFWriter::stream(int number, std::string_view entries, std::string_view data)
 {
-    beginObject(number);
-    put("<<");
-    put(entries);
-    put("/Length " + std::to_string(data.size()) + ">>\nstream\n");
+    beginStream(number, entries, data.size());
     put(data);
-    put("\nendstream\nendobj\n");
+    endStream();
+}
+
+void PDFWriter::stream(int number, std::string_view entries, const FileRange &data)
+{
+    beginStream(number, entries, data.size);
+    flush();
+    m_sink.write(data);
+    m_size += data.size;
+    endStream();
 }
 
 void PDFWriter::packedStream(int number, std::string_view entries, std::string_view data)
@@ -105,14 +111,14 @@ void PDFWriter::put(std::string_view bytes)
     if (m_buffer.size() + bytes.size() > bufferSize)
         flush();
     if (bytes.size() > bufferSize)
-        m_sink(bytes);
+        m_sink.write(bytes);
     else
         m_buffer += bytes;
 }
 
 void PDFWriter::flush()
 {
-    m_sink(m_buffer);
+    m_sink.write(m_buffer);
     m_buffer.clear();
 }
 
@@ -120,6 +126,19 @@ void PDFWriter::beginObject(int number)
 {
     m_places[static_cast<std::size_t>(number)].position = m_size;
     put(std::to_string(number) + " 0 obj\n");
+}
+
+void PDFWriter::beginStream(int number, std::string_view entries, std::uint64_t size)
+{
+    beginObject(number);
+    put("<<");
+    put(entries);
+    put("/Length " + std::to_string(size) + ">>\nstream\n");
+}
+
+void PDFWriter::endStream()
+{
+    put("\nendstream\nendobj\n");
 }
 
 void PDFWriter::writeGathered()

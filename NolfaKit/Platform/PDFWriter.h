@@ -1,7 +1,8 @@
 #pragma once
 
+#include "Platform/ByteSink.h"
+
 #include <cstdint>
-#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,10 +14,8 @@ namespace nolfa {
 /// Not thread-safe.
 class PDFWriter {
 public:
-    /// Takes the bytes of the file in their order. What it throws passes through.
-    using Sink = std::function<void(std::string_view)>;
-
-    explicit PDFWriter(Sink sink);
+    /// @param sink  must outlive this; what it throws passes through
+    explicit PDFWriter(ByteSink &sink);
 
     /// The number of an object to be written later; every number given out must be written.
     [[nodiscard]] int newNumber();
@@ -30,6 +29,9 @@ public:
     /// @param entries  of the stream's dictionary, /Length left out
     /// @param data     encoded as the entries say
     void stream(int number, std::string_view entries, std::string_view data);
+
+    /// As above, with data that lies in another file.
+    void stream(int number, std::string_view entries, const FileRange &data);
 
     /// As above, and packs the data.
     void packedStream(int number, std::string_view entries, std::string_view data);
@@ -48,10 +50,12 @@ private:
     void put(std::string_view bytes);
     void flush();
     void beginObject(int number);
+    void beginStream(int number, std::string_view entries, std::uint64_t size);
+    void endStream();
     void writeGathered();
     [[nodiscard]] std::string placeTable() const;
 
-    Sink m_sink;
+    ByteSink &m_sink;
     std::string m_buffer;
     std::uint64_t m_size = 0;
     std::vector<Place> m_places{1}; ///< by number

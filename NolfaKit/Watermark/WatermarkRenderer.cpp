@@ -76,12 +76,11 @@ std::optional<TypesetLine> lineFor(const WatermarkSpec &spec, PageSpan pages)
     return std::nullopt;
 }
 
-void write(
-    PDFStamper &stamper, PageSpan pages, const WatermarkSpec &spec, PDFStamper::Sink sink, const std::stop_token &stop)
+void write(PDFStamper &stamper, PageSpan pages, const WatermarkSpec &spec, ByteSink &sink, const std::stop_token &stop)
 {
     try {
         const std::optional<TypesetLine> line = lineFor(spec, pages);
-        stamper.begin(std::move(sink), line);
+        stamper.begin(sink, line);
         for (std::size_t index = pages.begin; index < pages.end; ++index) {
             const std::optional<Size> size = stamper.pageSize(index);
             const bool isStamped = size && line && isSelected(index, spec);
@@ -138,8 +137,8 @@ void render(const fs::path &input, const fs::path &to, const WatermarkSpec &spec
     try {
         FileWriter file = newFile(making);
         PDFStamper stamper = opened(input);
-        write(
-            stamper, {0, stamper.pageCount()}, spec, [&file](std::string_view bytes) { file.write(bytes); }, stop);
+        FileSink sink(file);
+        write(stamper, {0, stamper.pageCount()}, spec, sink, stop);
     } catch (const fs::filesystem_error &error) {
         // The user knows the file by the name that was asked for.
         throw fs::filesystem_error("write", to, error.code());
@@ -154,15 +153,14 @@ std::string previewPage(std::size_t index, const fs::path &of, const WatermarkSp
     if (index >= stamper.pageCount())
         throw ConversionError::engineFailure(
             T("That page doesn't exist in this document.", "Cette page n’existe pas dans ce document."));
-    std::string bytes;
+    MemorySink sink;
     try {
-        write(
-            stamper, {index, index + 1}, spec, [&bytes](std::string_view more) { bytes += more; }, stop);
+        write(stamper, {index, index + 1}, spec, sink, stop);
     } catch (const std::bad_alloc &) {
         throw ConversionError::engineFailure(
             T("The preview couldn't be produced.", "L’aperçu n’a pas pu être produit."));
     }
-    return bytes;
+    return std::move(sink.bytes);
 }
 
 } // namespace nolfa::WatermarkRenderer

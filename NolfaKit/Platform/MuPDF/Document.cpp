@@ -1,5 +1,8 @@
 #include "Platform/MuPDF/Document.h"
 
+#include <fcntl.h>
+#include <string>
+
 namespace nolfa::mupdf {
 
 namespace {
@@ -9,10 +12,13 @@ using Stream = Handle<fz_stream, fz_drop_stream>;
 } // namespace
 
 Document::Document(const std::filesystem::path &file, std::size_t room)
-    : m_context(Context::usualCache, Context::usualQuota + room)
+    : m_file(::open(file.c_str(), O_RDONLY | O_CLOEXEC))
+    , m_context(Context::usualCache, Context::usualQuota + room)
 {
+    // By the descriptor, so that both read the same file whatever takes its name meanwhile.
+    const std::string path = "/proc/self/fd/" + std::to_string(m_file.get());
     fz_stream *opened = nullptr;
-    m_context.call([&](fz_context *mu) noexcept { opened = fz_open_file(mu, file.c_str()); });
+    m_context.call([&](fz_context *mu) noexcept { opened = fz_open_file(mu, path.c_str()); });
     open(opened);
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "Platform/FileDescriptor.h"
 #include "Platform/MuPDF/Context.h"
 #include "Platform/PlatformError.h"
 
@@ -32,6 +33,9 @@ public:
     [[nodiscard]] const Context &context() const noexcept { return m_context; }
     [[nodiscard]] pdf_document *get() const noexcept { return m_document; }
 
+    /// The file, while it was opened from one; no memory's.
+    [[nodiscard]] const FileDescriptor &file() const noexcept { return m_file; }
+
     /// Encrypted, and no empty password opens it. No page may be asked for.
     [[nodiscard]] bool isLocked() const noexcept { return m_isLocked; }
 
@@ -61,6 +65,7 @@ private:
     void open(fz_stream *stream);
     void collectPages(fz_context *mu, std::vector<int> &pages, std::size_t objects) const noexcept;
 
+    FileDescriptor m_file;
     Context m_context;
     pdf_document *m_document = nullptr;
     PageObjects m_pages = std::make_shared<const std::vector<int>>();

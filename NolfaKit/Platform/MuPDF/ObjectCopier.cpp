@@ -3,6 +3,10 @@
 #include "Platform/CancellationError.h"
 #include "Platform/PDFNumber.h"
 
+#include <algorithm>
+#include <array>
+#include <unistd.h>
+
 namespace nolfa::mupdf {
 
 namespace {
@@ -12,6 +16,9 @@ using Buffer = Handle<fz_buffer, fz_drop_buffer>;
 
 /// Arrays and dictionaries within one another in a single object. Honest files have a handful.
 constexpr int mostDepth = 100;
+
+/// Bytes of a stream from which on the system copies it faster than we do.
+constexpr std::int64_t leastRange = 64 << 10;
 
 constexpr std::string_view digits = "0123456789ABCDEF";
 
@@ -94,17 +101,25 @@ void ObjectCopier::copy(int number, int newNumber)
 
 bool ObjectCopier::copyStream(int number, int newNumber, pdf_obj *dictionary)
 {
-    fz_buffer *loaded = nullptr;
     bool isDecoded = false;
-    m_source.attempt([&](fz_context *mu) noexcept {
+    m_text.clear();
+    const bool isPrinted = m_source.attempt([&](fz_context *mu) noexcept {
         isDecoded = hasCryptFilter(mu, dictionary);
+        printStreamEntries(mu, dictionary, isDecoded, m_text);
+    });
+    if (!isPrinted)
+        return false;
+    if (const std::optional<FileRange> range = storedRange(number, dictionary)) {
+        m_target.stream(newNumber, m_text, *range);
+        return true;
+    }
+    fz_buffer *loaded = nullptr;
+    m_source.attempt([&](fz_context *mu) noexcept {
         loaded = isDecoded ? pdf_load_stream_number(mu, m_source.get(), number)
                            : pdf_load_raw_stream_number(mu, m_source.get(), number);
     });
     const Buffer buffer(m_source.context(), loaded);
-    m_text.clear();
-    if (loaded == nullptr
-        || !m_source.attempt([&](fz_context *mu) noexcept { printStreamEntries(mu, dictionary, isDecoded, m_text); }))
+    if (loaded == nullptr)
         return false;
     const std::string_view data(reinterpret_cast<const char *>(loaded->data), loaded->len);
     if (isDecoded)
@@ -112,6 +127,33 @@ bool ObjectCopier::copyStream(int number, int newNumber, pdf_obj *dictionary)
     else
         m_target.stream(newNumber, m_text, data);
     return true;
+}
+
+/// Where a stream's bytes lie in the file just as they are needed. Absent for a small one, which costs less otherwise,
+/// an encrypted one, and one that doesn't end where it says.
+std::optional<FileRange> ObjectCopier::storedRange(int number, pdf_obj *dictionary) const
+{
+    if (!m_source.file().isOpen())
+        return std::nullopt;
+    std::int64_t offset = 0;
+    std::int64_t size = 0;
+    m_source.attempt([&](fz_context *mu) noexcept {
+        const bool isEncrypted = pdf_dict_get(mu, pdf_trailer(mu, m_source.get()), PDF_NAME(Encrypt)) != nullptr;
+        const pdf_xref_entry *const entry = pdf_get_xref_entry(mu, m_source.get(), number);
+        if (isEncrypted || entry == nullptr || entry->stm_buf != nullptr)
+            return;
+        offset = entry->stm_ofs;
+        size = pdf_to_int64(mu, pdf_dict_get(mu, dictionary, PDF_NAME(Length)));
+    });
+    if (offset <= 0 || size < leastRange)
+        return std::nullopt;
+    std::array<char, sizeof "\r\nendstream" - 1> behind{};
+    const ssize_t count = ::pread(m_source.file().get(), behind.data(), behind.size(), offset + size);
+    std::string_view end(behind.data(), static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
+    end.remove_prefix(std::min(end.find_first_not_of("\r\n"), end.size()));
+    if (!end.starts_with("endstream"))
+        return std::nullopt;
+    return FileRange{m_source.file().get(), static_cast<std::uint64_t>(offset), static_cast<std::uint64_t>(size)};
 }
 
 bool ObjectCopier::hasCryptFilter(fz_context *mu, pdf_obj *dictionary) noexcept

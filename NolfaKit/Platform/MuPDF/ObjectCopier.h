@@ -3,6 +3,7 @@
 #include "Platform/MuPDF/Document.h"
 #include "Platform/PDFWriter.h"
 
+#include <optional>
 #include <stop_token>
 #include <string>
 #include <vector>
@@ -41,6 +42,7 @@ private:
     void printEntries(fz_context *mu, pdf_obj *dictionary, std::string &out, int depth) noexcept;
     void copy(int number, int newNumber);
     [[nodiscard]] bool copyStream(int number, int newNumber, pdf_obj *dictionary);
+    [[nodiscard]] std::optional<FileRange> storedRange(int number, pdf_obj *dictionary) const;
     [[nodiscard]] bool lacksResources(fz_context *mu, pdf_obj *dictionary) const noexcept;
 
     const Document &m_source;
