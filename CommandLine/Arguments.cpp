@@ -27,6 +27,7 @@ struct Words {
     std::string jobs;
     std::string report;
     bool asJSON = false;
+    WatermarkWords watermark;
 };
 
 void addCommonOptions(CLI::App &app, Words &words)
@@ -38,15 +39,7 @@ void addCommonOptions(CLI::App &app, Words &words)
     app.add_flag("--quiet", words.isQuiet);
 }
 
-std::string seeHelp()
-{
-    return T(" See nolfa-cli --help.", " Voyez nolfa-cli --help.");
-}
-
-[[noreturn]] void fail(std::string en, std::string fr)
-{
-    throw UsageError(T(std::move(en), std::move(fr)) + seeHelp());
-}
+constexpr auto fail = failUsage;
 
 std::string unusedWord(const CLI::App &app)
 {
@@ -68,6 +61,21 @@ void parseWords(CLI::App &app, std::vector<std::string> arguments)
     } catch (const CLI::ParseError &error) {
         fail(std::string("Wrong usage: ") + error.what() + ".", std::string("Mauvais usage : ") + error.what() + ".");
     }
+}
+
+void addWatermarkOptions(CLI::App &app, WatermarkWords &words)
+{
+    app.add_option("input", words.inputs);
+    app.add_option("--text", words.text);
+    app.add_option("--output", words.output);
+    app.add_option("--font", words.font);
+    app.add_option("--size", words.size);
+    app.add_option("--color", words.color);
+    app.add_option("--opacity", words.opacity);
+    app.add_option("--angle", words.angle);
+    app.add_option("--placement", words.placement);
+    app.add_option("--pages", words.pages);
+    app.add_option("--spacing", words.spacing);
 }
 
 unsigned defaultJobs()
@@ -193,9 +201,15 @@ Arguments parse(const std::vector<std::string> &arguments)
     addCommonOptions(*formats, words);
     formats->add_flag("--json", words.asJSON);
 
+    CLI::App *watermark = app.add_subcommand("watermark");
+    addCommonOptions(*watermark, words);
+    addWatermarkOptions(*watermark, words.watermark);
+
     parseWords(app, {arguments.begin(), mark});
-    if (mark != arguments.end())
-        words.inputs.insert(words.inputs.end(), mark + 1, arguments.end());
+    if (mark != arguments.end()) {
+        std::vector<std::string> &inputs = watermark->parsed() ? words.watermark.inputs : words.inputs;
+        inputs.insert(inputs.end(), mark + 1, arguments.end());
+    }
     if (!words.lang.empty() && !languageFromRawValue(words.lang))
         fail("--lang is system, en or fr.", "--lang vaut system, en ou fr.");
     const std::optional<NolfaFormat::Paper> paper = paperFrom(words.paper);
@@ -206,6 +220,7 @@ Arguments parse(const std::vector<std::string> &arguments)
         return {PrintArguments{convert->parsed() ? Help::convert()
                 : compare->parsed()              ? Help::compare()
                 : formats->parsed()              ? Help::formats()
+                : watermark->parsed()            ? Help::watermark()
                                                  : Help::overview()}};
     if (convert->parsed())
         return {convertFrom(words), words.isQuiet, paper};
@@ -213,8 +228,10 @@ Arguments parse(const std::vector<std::string> &arguments)
         return {compareFrom(words), words.isQuiet, paper};
     if (formats->parsed())
         return {FormatsArguments{words.asJSON}, words.isQuiet, paper};
-    fail("What shall be done? Give a verb: convert, compare or formats.",
-        "Que faire ? Donnez un verbe : convert, compare ou formats.");
+    if (watermark->parsed())
+        return {watermarkFrom(words.watermark), words.isQuiet, paper};
+    fail("What shall be done? Give a verb: convert, compare, watermark or formats.",
+        "Que faire ? Donnez un verbe : convert, compare, watermark ou formats.");
 }
 
 } // namespace nolfa::CommandLine

@@ -4,10 +4,11 @@
 #include "Engine/DocumentFormat.h"
 #include "Localization/NolfaFormat.h"
 #include "Localization/NolfaL10n.h"
+#include "UsageError.h"
+#include "WatermarkArguments.h"
 
 #include <filesystem>
 #include <optional>
-#include <stdexcept>
 #include <string>
 #include <variant>
 #include <vector>
@@ -44,15 +45,9 @@ struct PrintArguments {
 
 /// What the user wants, ready to be carried out.
 struct Arguments {
-    std::variant<PrintArguments, ConvertArguments, CompareArguments, FormatsArguments> verb;
+    std::variant<PrintArguments, ConvertArguments, CompareArguments, FormatsArguments, WatermarkArguments> verb;
     bool isQuiet = false;
     std::optional<NolfaFormat::Paper> paper;
-};
-
-/// Wrong usage; what() is the sentence for the user.
-class UsageError : public std::runtime_error {
-public:
-    using std::runtime_error::runtime_error;
 };
 
 /// The language that the arguments ask for, found before they are parsed because help and errors are written in it.

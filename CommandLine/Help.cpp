@@ -40,6 +40,7 @@ Usage: nolfa-cli VERB …
 
   convert    documents into another format
   compare    two documents, word by word
+  watermark  a text over the pages of a copy of a PDF
   formats    what can be converted into what
 
   nolfa-cli VERB --help   tells more
@@ -51,6 +52,7 @@ Usage : nolfa-cli VERBE …
 
   convert    des documents dans un autre format
   compare    deux documents, mot à mot
+  watermark  un texte sur les pages d’une copie d’un PDF
   formats    ce qui se convertit en quoi
 
   nolfa-cli VERBE --help  en dit plus
@@ -120,6 +122,40 @@ Indique ce qui se convertit en quoi sur cette machine, la qualité du résultat 
                           « target », « tier » (excellent, good, bestEffort), « note » (ou null), « isMacOnly »,
                           « requiresNetwork »
 )") + common();
+}
+
+std::string watermark()
+{
+    return T(R"(Usage: nolfa-cli watermark INPUT.pdf --text TEXT --output OUT.pdf [options]
+
+Writes a copy of INPUT.pdf with TEXT over its pages, and prints its path. The copy keeps what each page shows, and loses
+annotations, links and form fields. INPUT.pdf is never changed; a file that lies at OUT.pdf is replaced.
+
+  --font NAME             PostScript name (default Newsreader24pt-SemiBold); Helvetica when it is missing
+  --size N                points (default: by the page)
+  --color RRGGBB          default 6E2433
+  --opacity X             0 to 1 (default 0.18)
+  --angle D               degrees, counter-clockwise (default -45)
+  --placement PLACE       diagonal (default), horizontalCenter or tiled
+  --pages PAGES           all (default), a range such as 2-5, or numbers such as 1,4,9
+  --spacing N             points between tiles (default 48)
+)",
+               R"(Usage : nolfa-cli watermark ENTRÉE.pdf --text TEXTE --output SORTIE.pdf [options]
+
+Écrit une copie d’ENTRÉE.pdf avec TEXTE sur ses pages, et affiche son chemin. La copie garde ce que chaque page montre,
+et perd les annotations, les liens et les champs de formulaire. ENTRÉE.pdf n’est jamais modifié ; un fichier qui se
+trouve à la place de SORTIE.pdf est remplacé.
+
+  --font NOM              nom PostScript (par défaut Newsreader24pt-SemiBold) ; Helvetica s’il manque
+  --size N                points (par défaut selon la page)
+  --color RRVVBB          par défaut 6E2433
+  --opacity X             de 0 à 1 (par défaut 0.18)
+  --angle D               degrés, dans le sens inverse des aiguilles d’une montre (par défaut -45)
+  --placement ENDROIT     diagonal (par défaut), horizontalCenter ou tiled
+  --pages PAGES           all (par défaut), un intervalle comme 2-5, ou des numéros comme 1,4,9
+  --spacing N             points entre les tuiles (par défaut 48)
+)") + common()
+        + exitStatus();
 }
 
 } // namespace nolfa::CommandLine::Help

@@ -11,6 +11,7 @@ namespace Help {
 [[nodiscard]] std::string convert();
 [[nodiscard]] std::string compare();
 [[nodiscard]] std::string formats();
+[[nodiscard]] std::string watermark();
 
 } // namespace Help
 

@@ -7,6 +7,7 @@
 #include "Platform/InterruptSignals.h"
 #include "Platform/Terminal.h"
 #include "Platform/Unicode.h"
+#include "WatermarkCommand.h"
 
 #include <csignal>
 #include <iostream>
@@ -36,6 +37,8 @@ ExitStatus run(const std::vector<std::string> &words, const InterruptSignals &si
         std::cout << print->text << std::flush;
         return ExitStatus::success;
     }
+    if (const auto *watermark = std::get_if<WatermarkArguments>(&arguments.verb))
+        return runWatermark(*watermark, std::cout, signals.token());
     const ConversionService service = NolfaEngine::makeService(Bundle::main());
     if (const auto *formats = std::get_if<FormatsArguments>(&arguments.verb))
         return runFormats(service, *formats, std::cout);

@@ -22,6 +22,7 @@ target_link_libraries(mupdf INTERFACE ${MUPDF_ARCHIVE} ${MUPDF_THIRD_ARCHIVE} Pk
 pkg_check_modules(TESSERACT REQUIRED IMPORTED_TARGET tesseract lept)
 # The OpenMP library that Debian's Tesseract is linked with, whatever the compiler at hand would take.
 find_library(GOMP_LIBRARY NAMES libgomp.so.1 REQUIRED)
+pkg_check_modules(PANGO REQUIRED IMPORTED_TARGET pangocairo pangoft2 cairo-pdf fontconfig)
 if(NOLFA_BUILD_APP)
   find_package(Qt6 6.4 REQUIRED COMPONENTS DBus Quick QuickTest Svg Test)
 endif()

@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 namespace nolfa {
 
@@ -35,6 +36,22 @@ void FileWriter::write(std::string_view bytes)
             fail(m_file);
         bytes.remove_prefix(static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
     }
+}
+
+std::uint64_t FileWriter::copy(int source, std::uint64_t offset, std::uint64_t size)
+{
+    auto from = static_cast<off64_t>(offset);
+    std::uint64_t done = 0;
+    while (done < size) {
+        const ssize_t count
+            = ::copy_file_range(source, &from, m_descriptor.get(), nullptr, static_cast<std::size_t>(size - done), 0);
+        if (count < 0 && errno == ENOSPC)
+            fail(m_file);
+        if (count <= 0)
+            break;
+        done += static_cast<std::uint64_t>(count);
+    }
+    return done;
 }
 
 void FileWriter::flushIfLarge()

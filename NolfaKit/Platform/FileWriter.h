@@ -2,6 +2,7 @@
 
 #include "Platform/FileDescriptor.h"
 
+#include <cstdint>
 #include <filesystem>
 #include <string>
 #include <string_view>
@@ -18,6 +19,11 @@ public:
     /// Writes these bytes at once.
     /// @throws std::filesystem::filesystem_error
     void write(std::string_view bytes);
+
+    /// Has the system copy a part of another file, where it can.
+    /// @return how many bytes it copied; what is left must be read and written
+    /// @throws std::filesystem::filesystem_error when there is no room
+    [[nodiscard]] std::uint64_t copy(int source, std::uint64_t offset, std::uint64_t size);
 
     /// What was appended here is written by flushIfLarge() or finish(), and is empty afterwards.
     std::string text;

@@ -22,4 +22,16 @@ struct Rectangle {
     bool operator==(const Rectangle &) const = default;
 };
 
+/// An affine map: x' = a·x + c·y + e, y' = b·x + d·y + f.
+struct Transform {
+    double a = 1;
+    double b = 0;
+    double c = 0;
+    double d = 1;
+    double e = 0;
+    double f = 0;
+
+    bool operator==(const Transform &) const = default;
+};
+
 } // namespace nolfa

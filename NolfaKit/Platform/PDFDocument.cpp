@@ -1,7 +1,7 @@
 #include "Platform/PDFDocument.h"
 
 #include "Platform/CancellationError.h"
-#include "Platform/MuPDF/Context.h"
+#include "Platform/MuPDF/Document.h"
 #include "Platform/MuPDF/TextProcessor.h"
 #include "Platform/MuPDF/Watchdog.h"
 #include "Platform/PlatformError.h"
@@ -51,104 +51,20 @@ int beginBoundedTile(fz_context *mu, fz_device *device, fz_rect area, fz_rect vi
 
 /// The members that the library calls: nothing with a destructor lives in them.
 struct PDFDocument::Implementation {
-    Context context;
-    pdf_document *document = nullptr;
+    mupdf::Document document;
     std::filesystem::path file;
-    std::size_t pageCount = 0;
-    /// The pages' object numbers, 0 for a page that is no object of its own. All openings of a file share them.
-    std::shared_ptr<const std::vector<int>> pageObjects;
-    bool isLocked = false;
-    mutable std::vector<pdf_obj *> pendingNodes; ///< of collectPages(), which must own nothing
     mupdf::Watchdog watchdog;
 
-    Implementation() = default;
-    Implementation(const Implementation &) = delete;
-    Implementation &operator=(const Implementation &) = delete;
-    ~Implementation() { pdf_drop_document(context.get(), document); }
-
-    void open()
+    explicit Implementation(std::filesystem::path opened)
+        : document(opened)
+        , file(std::move(opened))
     {
-        Handle<fz_stream, fz_drop_stream> stream;
-        {
-            fz_stream *opened = nullptr;
-            context.call([&](fz_context *mu) noexcept { opened = fz_open_file(mu, file.c_str()); });
-            stream = {context, opened};
-        }
-        context.call([&](fz_context *mu) noexcept { document = pdf_open_document_with_stream(mu, stream.get()); });
-        context.call([&](fz_context *mu) noexcept {
-            isLocked = pdf_needs_password(mu, document) != 0 && pdf_authenticate_password(mu, document, "") == 0;
-        });
-    }
-
-    /// Walks the tree of pages.
-    void listPages()
-    {
-        int count = 0;
-        int objects = 0;
-        context.call([&](fz_context *mu) noexcept {
-            count = pdf_count_pages(mu, document);
-            objects = pdf_xref_len(mu, document);
-        });
-        // A damaged tree can claim any number; every page is an object of its own.
-        if (count < 0 || count > objects)
-            throw PlatformError("more pages than objects");
-        pageCount = static_cast<std::size_t>(count);
-        // A tree that can't be listed is walked anew for each page.
-        std::vector<int> numbers;
-        if (!attempt([&](fz_context *mu) noexcept { collectPages(mu, numbers, static_cast<std::size_t>(objects)); })
-            || numbers.size() != pageCount)
-            numbers.assign(pageCount, 0);
-        pageObjects = std::make_shared<const std::vector<int>>(std::move(numbers));
-    }
-
-    /// The object numbers of the tree's leaves, in their order; none of a tree that holds a page in itself.
-    void collectPages(fz_context *mu, std::vector<int> &pages, std::size_t objects) const noexcept
-    {
-        pdf_obj *const root = pdf_dict_getp(mu, pdf_trailer(mu, document), "Root/Pages");
-        pendingNodes.assign(1, root);
-        std::size_t seen = 0;
-        while (!pendingNodes.empty() && seen <= objects) {
-            pdf_obj *const node = pendingNodes.back();
-            pendingNodes.pop_back();
-            ++seen;
-            pdf_obj *const kids = pdf_dict_get(mu, node, PDF_NAME(Kids));
-            if (pdf_is_array(mu, kids) == 0) {
-                pages.push_back(pdf_is_indirect(mu, node) != 0 ? pdf_to_num(mu, node) : 0);
-                continue;
-            }
-            const int count = pdf_array_len(mu, kids);
-            // A node with as many leaves as kids has nothing but leaves, which needn't be parsed yet. What is none
-            // after all shows in dictionary().
-            if (count == pdf_dict_get_int(mu, node, PDF_NAME(Count))) {
-                seen += static_cast<std::size_t>(count);
-                for (int kid = 0; kid < count; ++kid)
-                    pages.push_back(pdf_to_num(mu, pdf_array_get(mu, kids, kid)));
-                continue;
-            }
-            for (int kid = count; kid-- > 0;)
-                pendingNodes.push_back(pdf_array_get(mu, kids, kid));
-        }
-        if (!pendingNodes.empty())
-            pages.clear();
-    }
-
-    /// The page's dictionary; the document keeps it.
-    pdf_obj *dictionary(fz_context *mu, std::size_t index) const noexcept
-    {
-        const int number = (*pageObjects)[index];
-        if (number == 0)
-            return pdf_lookup_page_obj(mu, document, static_cast<int>(index));
-        pdf_obj *const page = pdf_load_object(mu, document, number);
-        pdf_drop_obj(mu, page);
-        if (pdf_is_dict(mu, page) == 0 || pdf_dict_get(mu, page, PDF_NAME(Kids)) != nullptr)
-            return pdf_lookup_page_obj(mu, document, static_cast<int>(index));
-        return page;
     }
 
     /// The page's dictionary, with the media box in place of the crop box: what the library then takes for the page.
     pdf_obj *page(fz_context *mu, std::size_t index) const noexcept
     {
-        pdf_obj *const page = dictionary(mu, index);
+        pdf_obj *const page = document.page(mu, index);
         if (pdf_obj *const mediaBox = pdf_dict_get_inheritable(mu, page, PDF_NAME(MediaBox)); mediaBox != nullptr)
             pdf_dict_put(mu, page, PDF_NAME(CropBox), mediaBox);
         return page;
@@ -158,8 +74,8 @@ struct PDFDocument::Implementation {
     bool hasNoArea(std::size_t index, double scale) const
     {
         bool hasNone = false;
-        context.call([&](fz_context *mu) noexcept {
-            pdf_obj *const box = pdf_dict_get_inheritable(mu, dictionary(mu, index), PDF_NAME(MediaBox));
+        document.context().call([&](fz_context *mu) noexcept {
+            pdf_obj *const box = pdf_dict_get_inheritable(mu, document.page(mu, index), PDF_NAME(MediaBox));
             if (pdf_is_array(mu, box) == 0)
                 return;
             const fz_rect bounds = pdf_to_rect(mu, box);
@@ -169,25 +85,15 @@ struct PDFDocument::Implementation {
         return hasNone;
     }
 
-    /// Work on a page that ends with what it has when the page is damaged.
-    template <typename Body> bool attempt(Body &&body) const
-    {
-        try {
-            context.call(body);
-            return true;
-        } catch (const PlatformError &) {
-            return false;
-        }
-    }
-
     std::optional<Bitmap> draw(std::size_t index, double scale, fz_cookie *cookie) const
     {
+        const Context &context = document.context();
         if (hasNoArea(index, scale))
             return std::nullopt;
         fz_page *loaded = nullptr;
         context.call([&](fz_context *mu) noexcept {
             page(mu, index);
-            loaded = &pdf_load_page(mu, document, static_cast<int>(index))->super;
+            loaded = &pdf_load_page(mu, document.get(), static_cast<int>(index))->super;
         });
         const Page page(context, loaded);
         fz_rect bounds{};
@@ -252,11 +158,9 @@ std::optional<PDFDocument> PDFDocument::open(const std::filesystem::path &file)
     if (!std::filesystem::is_regular_file(file, error))
         return std::nullopt;
     try {
-        auto implementation = std::make_unique<Implementation>();
-        implementation->file = file;
-        implementation->open();
-        if (!implementation->isLocked)
-            implementation->listPages();
+        auto implementation = std::make_unique<Implementation>(file);
+        if (!implementation->document.isLocked())
+            implementation->document.listPages();
         return PDFDocument(std::move(implementation));
     } catch (const PlatformError &) {
         return std::nullopt;
@@ -266,13 +170,10 @@ std::optional<PDFDocument> PDFDocument::open(const std::filesystem::path &file)
 std::optional<PDFDocument> PDFDocument::openedAgain() const
 {
     try {
-        auto again = std::make_unique<Implementation>();
-        again->file = m_implementation->file;
-        again->open();
-        if (again->isLocked || m_implementation->isLocked)
+        auto again = std::make_unique<Implementation>(m_implementation->file);
+        if (again->document.isLocked() || m_implementation->document.isLocked())
             return std::nullopt;
-        again->pageCount = m_implementation->pageCount;
-        again->pageObjects = m_implementation->pageObjects;
+        again->document.setPages(m_implementation->document.pages());
         return PDFDocument(std::move(again));
     } catch (const PlatformError &) {
         return std::nullopt;
@@ -281,21 +182,21 @@ std::optional<PDFDocument> PDFDocument::openedAgain() const
 
 bool PDFDocument::isLocked() const noexcept
 {
-    return m_implementation->isLocked;
+    return m_implementation->document.isLocked();
 }
 
 std::size_t PDFDocument::pageCount() const noexcept
 {
-    return m_implementation->pageCount;
+    return m_implementation->document.pageCount();
 }
 
 Size PDFDocument::pageSize(std::size_t page) const
 {
     const Implementation &self = *m_implementation;
     fz_rect bounds = fz_empty_rect;
-    if (page >= self.pageCount)
+    if (page >= self.document.pageCount())
         return {};
-    self.attempt([&](fz_context *mu) noexcept {
+    self.document.attempt([&](fz_context *mu) noexcept {
         fz_matrix matrix = fz_identity;
         pdf_page_obj_transform(mu, self.page(mu, page), &bounds, &matrix);
         bounds = fz_transform_rect(bounds, matrix);
@@ -308,11 +209,11 @@ Size PDFDocument::pageSize(std::size_t page) const
 std::vector<PDFTextLine> PDFDocument::textLines(std::size_t page, const std::stop_token &stop) const
 {
     Implementation &self = *m_implementation;
-    if (page >= self.pageCount)
+    if (page >= self.document.pageCount())
         return {};
     mupdf::Watchdog::Watch watch(self.watchdog, stop, textLimit);
-    mupdf::TextProcessor processor(self.document, watch.cookie(), {});
-    self.attempt([&](fz_context *mu) noexcept {
+    mupdf::TextProcessor processor(self.document.get(), watch.cookie(), {});
+    self.document.attempt([&](fz_context *mu) noexcept {
         pdf_obj *const object = self.page(mu, page);
         fz_rect bounds = fz_empty_rect;
         fz_matrix matrix = fz_identity;
@@ -320,7 +221,7 @@ std::vector<PDFTextLine> PDFDocument::textLines(std::size_t page, const std::sto
         processor.run(mu, pdf_dict_get(mu, object, PDF_NAME(Contents)),
             pdf_dict_get_inheritable(mu, object, PDF_NAME(Resources)), matrix, fz_transform_rect(bounds, matrix));
     });
-    processor.release(self.context.get());
+    processor.release(self.document.context().get());
     watch.require();
     return processor.finish();
 }
@@ -328,7 +229,7 @@ std::vector<PDFTextLine> PDFDocument::textLines(std::size_t page, const std::sto
 std::optional<Bitmap> PDFDocument::render(std::size_t page, double scale, const std::stop_token &stop) const
 {
     Implementation &self = *m_implementation;
-    if (page >= self.pageCount)
+    if (page >= self.document.pageCount())
         return std::nullopt;
     mupdf::Watchdog::Watch watch(self.watchdog, stop, drawingLimit);
     std::optional<Bitmap> bitmap = self.draw(page, scale, watch.cookie());

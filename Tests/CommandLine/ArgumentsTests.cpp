@@ -17,6 +17,12 @@ ConvertArguments parseConvert(const std::vector<std::string> &words)
     return std::get<ConvertArguments>(parse(words).verb);
 }
 
+WatermarkArguments parseWatermark(std::vector<std::string> words)
+{
+    words.insert(words.begin(), {"watermark", "a.pdf", "--output", "b.pdf"});
+    return std::get<WatermarkArguments>(parse(words).verb);
+}
+
 std::string usageError(const std::vector<std::string> &words, NolfaLanguage language = NolfaLanguage::en)
 {
     const LanguageScope scope(language);
@@ -79,7 +85,7 @@ TEST(Arguments, theLanguageIsFoundBeforeAnythingElse)
 TEST(Arguments, helpComesInBothLanguagesForEveryVerb)
 {
     for (const std::vector<std::string> &words : {std::vector<std::string>{"--help"}, {"convert", "--help"},
-             {"formats", "-h"}, {"convert", "--help", "a.docx"}}) {
+             {"formats", "-h"}, {"watermark", "--help"}, {"convert", "--help", "a.docx"}}) {
         const LanguageScope english(NolfaLanguage::en);
         EXPECT_THAT(printed(words), ::testing::HasSubstr("Usage: nolfa-cli"));
         NolfaL10n::setCurrent(NolfaLanguage::fr);
@@ -94,7 +100,8 @@ TEST(Arguments, versionIsTheBundles)
 
 TEST(Arguments, wrongUsageHasASentence)
 {
-    EXPECT_EQ(usageError({}), "What shall be done? Give a verb: convert, compare or formats. See nolfa-cli --help.");
+    EXPECT_EQ(usageError({}),
+        "What shall be done? Give a verb: convert, compare, watermark or formats. See nolfa-cli --help.");
     EXPECT_EQ(usageError({"convert", "--to", "markdown"}), "No file to convert was given. See nolfa-cli --help.");
     EXPECT_EQ(usageError({"convert", "a.docx"}), "--to FORMAT is missing. See nolfa-cli --help.");
     EXPECT_EQ(usageError({"convert", "a.docx", "--to", "doc"}), "There is no format “doc”. See nolfa-cli --help.");
@@ -139,4 +146,67 @@ TEST(Arguments, aReportIsWhatItsNameEndsIn)
         "--report takes a file that ends in .md or .pdf. See nolfa-cli --help.");
     EXPECT_EQ(usageError({"compare", "a.md", "b.md", "--report", "/no/folder/r.md"}),
         "There is no folder for “/no/folder/r.md”. See nolfa-cli --help.");
+}
+
+TEST(Arguments, watermarkBeginsWithTheDefaults)
+{
+    const WatermarkArguments arguments = parseWatermark({"--text", "CONFIDENTIEL"});
+    EXPECT_EQ(arguments.input, "a.pdf");
+    EXPECT_EQ(arguments.output, "b.pdf");
+    EXPECT_EQ(arguments.spec, (WatermarkSpec{.text = "CONFIDENTIEL"}));
+    EXPECT_EQ(parseWatermark({"--text", ""}).spec, WatermarkSpec());
+}
+
+TEST(Arguments, watermarkTakesEveryFieldOfTheSpecification)
+{
+    const WatermarkSpec expected{.text = "-x",
+        .fontName = "DejaVuSans",
+        .fontSize = 12.5,
+        .colorHex = 0x00FF7F,
+        .opacity = 1,
+        .rotationDegrees = -30.5,
+        .placement = WatermarkSpec::Placement::tiled,
+        .tileSpacing = -4,
+        .pages = WatermarkSpec::Pages::range(2, 5)};
+    EXPECT_EQ(
+        parseWatermark({"--text", "-x", "--font", "DejaVuSans", "--size", "12.5", "--color", "#00ff7F", "--opacity",
+                           "1", "--angle", "-30.5", "--placement", "tiled", "--spacing", "-4", "--pages", "2-5"})
+            .spec,
+        expected);
+}
+
+TEST(Arguments, watermarkSelectsPagesInThreeWays)
+{
+    using Pages = WatermarkSpec::Pages;
+    const auto pages = [](const char *word) { return parseWatermark({"--text", "x", "--pages", word}).spec.pages; };
+    EXPECT_EQ(pages("all"), Pages::all());
+    EXPECT_EQ(pages("3-3"), Pages::range(3, 3));
+    EXPECT_EQ(pages("3"), Pages::indices({3}));
+    EXPECT_EQ(pages("9,1,4,1"), Pages::indices({1, 4, 9}));
+}
+
+TEST(Arguments, wrongUsageOfWatermarkHasASentence)
+{
+    const std::string help = " See nolfa-cli --help.";
+    EXPECT_EQ(usageError({"watermark", "--text", "x", "--output", "o"}), "No PDF to stamp was given." + help);
+    EXPECT_EQ(usageError({"watermark", "a", "b", "--text", "x", "--output", "o"}),
+        "One PDF at a time can be stamped." + help);
+    EXPECT_EQ(usageError({"watermark", "a", "--output", "o"}), "--text TEXT is missing." + help);
+    EXPECT_EQ(usageError({"watermark", "a", "--text", "x"}), "--output OUT.pdf is missing." + help);
+    const auto error = [](std::string option, std::string value) {
+        return usageError({"watermark", "a", "--text", "x", "--output", "o", std::move(option), std::move(value)});
+    };
+    for (const char *value : {"", "0", "-3", "5-2", "0-4", "1-", "-", "1,,2", "1,", "a", "1-2-3", "1-2,5", " 1"}) {
+        EXPECT_EQ(error("--pages", value), "--pages is all, a range such as 2-5, or numbers such as 1,4,9." + help)
+            << value;
+    }
+    for (const char *value : {"", "12345", "1234567", "GG0000", "0x1234", "-12345", "##12345"})
+        EXPECT_EQ(error("--color", value), "--color takes six hexadecimal digits, as in 6E2433." + help) << value;
+    for (const char *value : {"1.01", "-0.1"})
+        EXPECT_EQ(error("--opacity", value), "--opacity takes a number from 0 to 1." + help);
+    for (const char *option : {"--size", "--angle", "--spacing", "--opacity"}) {
+        for (const char *value : {"", "big", "nan", "inf", "1e999", "12pt"})
+            EXPECT_EQ(error(option, value), std::string(option) + " takes a number." + help);
+    }
+    EXPECT_EQ(error("--placement", "Diagonal"), "--placement is diagonal, horizontalCenter or tiled." + help);
 }

@@ -2,6 +2,8 @@
 
 #include "Platform/JSON.h"
 #include "Support/Documents.h"
+#include "Support/PDFBuilder.h"
+#include "Support/Pages.h"
 #include "Support/Processes.h"
 #include "Support/TemporaryFolder.h"
 
@@ -81,6 +83,29 @@ TEST(Program, helpAndVersionAreResults)
     EXPECT_EQ(nolfaCli({"--help"}).status, 0);
     EXPECT_THAT(nolfaCli({"--help"}).stdout, HasSubstr("Usage: nolfa-cli VERB"));
     EXPECT_THAT(nolfaCli({"--version"}).stdout, HasSubstr("Nolfa "));
+}
+
+TEST(Program, stampsACopyAndPrintsItsPath)
+{
+    const TemporaryFolder folder;
+    const fs::path input = PDFBuilder().textPage({"body"}).write(folder / "contrat.pdf");
+    const std::string before = contentOf(input);
+    const std::vector<std::string> words{
+        "watermark", input, "--text", "Épreuve", "--output", folder / "out.pdf", "--placement", "horizontalCenter"};
+    for (const char *locale : {"LC_ALL=C", "LC_ALL=fr_FR.UTF-8", "LC_ALL=xx_XX"})
+        EXPECT_EQ(nolfaCli(words, {locale}), (ProcessResult{0, (folder / "out.pdf").string() + "\n", ""}));
+    EXPECT_THAT(textOfPDF(folder / "out.pdf"), HasSubstr("Épreuve"));
+    EXPECT_EQ(contentOf(input), before);
+}
+
+TEST(Program, aStampThatFailsHasASentence)
+{
+    const TemporaryFolder folder;
+    const fs::path input = PDFBuilder().textPage({"body"}).write(folder / "contrat.pdf");
+    EXPECT_EQ(nolfaCli({"watermark", input, "--text", "x", "--output", input}),
+        (ProcessResult{1, "", "contrat.pdf: The conversion failed. Nolfa couldn't open that location for writing.\n"}));
+    EXPECT_EQ(nolfaCli({"watermark", folder / "no.pdf", "--text", "x", "--output", folder / "out.pdf"}).status, 1);
+    EXPECT_THAT(folder.names(), ElementsAre("contrat.pdf"));
 }
 
 TEST(Program, listsWhatIsOnOffer)

@@ -13,10 +13,13 @@ namespace nolfa::mupdf {
 /// The library's context: belongs to one thread at a time, with the documents that were opened in it.
 class Context {
 public:
+    static constexpr std::size_t usualCache = 48U << 20U;
+    static constexpr std::size_t usualQuota = 768U << 20U;
+
     /// @param cacheSize  bytes of decoded things that the library keeps
     /// @param quota      bytes in all
     /// @throws PlatformError
-    explicit Context(std::size_t cacheSize = 48U << 20U, std::size_t quota = 768U << 20U);
+    explicit Context(std::size_t cacheSize = usualCache, std::size_t quota = usualQuota);
     Context(const Context &) = delete;
     Context &operator=(const Context &) = delete;
     ~Context();
