@@ -39,8 +39,6 @@ void addCommonOptions(CLI::App &app, Words &words)
     app.add_flag("--quiet", words.isQuiet);
 }
 
-constexpr auto fail = failUsage;
-
 std::string unusedWord(const CLI::App &app)
 {
     const std::vector<std::string> extras = app.remaining(true);
@@ -55,11 +53,13 @@ void parseWords(CLI::App &app, std::vector<std::string> arguments)
         app.parse(std::move(arguments));
     } catch (const CLI::ExtrasError &) {
         const std::string word = unusedWord(app);
-        fail("“" + word + "” means nothing here.", "« " + word + " » ne veut rien dire ici.");
+        failUsage("“" + word + "” means nothing here.", "« " + word + " » ne veut rien dire ici.");
     } catch (const CLI::ArgumentMismatch &) {
-        fail("An option lacks its value, or has too many.", "Il manque une valeur à une option, ou elle en a trop.");
+        failUsage(
+            "An option lacks its value, or has too many.", "Il manque une valeur à une option, ou elle en a trop.");
     } catch (const CLI::ParseError &error) {
-        fail(std::string("Wrong usage: ") + error.what() + ".", std::string("Mauvais usage : ") + error.what() + ".");
+        failUsage(
+            std::string("Wrong usage: ") + error.what() + ".", std::string("Mauvais usage : ") + error.what() + ".");
     }
 }
 
@@ -92,25 +92,25 @@ unsigned jobsFrom(const std::string &word)
     const auto [end, failure] = std::from_chars(word.data(), word.data() + word.size(), jobs);
     constexpr unsigned most = 256;
     if (failure != std::errc() || end != word.data() + word.size() || jobs == 0 || jobs > most)
-        fail("--jobs takes a number from 1 to 256.", "--jobs demande un nombre de 1 à 256.");
+        failUsage("--jobs takes a number from 1 to 256.", "--jobs demande un nombre de 1 à 256.");
     return jobs;
 }
 
 ConvertArguments convertFrom(const Words &words)
 {
     if (words.inputs.empty())
-        fail("No file to convert was given.", "Aucun fichier à convertir n’a été indiqué.");
+        failUsage("No file to convert was given.", "Aucun fichier à convertir n’a été indiqué.");
     if (words.to.empty())
-        fail("--to FORMAT is missing.", "Il manque --to FORMAT.");
+        failUsage("--to FORMAT is missing.", "Il manque --to FORMAT.");
     const std::optional<DocumentFormat> target = DocumentFormats::fromRawValue(words.to);
     if (!target)
-        fail("There is no format “" + words.to + "”.", "Il n’y a pas de format « " + words.to + " ».");
+        failUsage("There is no format “" + words.to + "”.", "Il n’y a pas de format « " + words.to + " ».");
     ConvertArguments result{.target = *target, .jobs = jobsFrom(words.jobs)};
     result.inputs.assign(words.inputs.begin(), words.inputs.end());
     if (!words.into.empty()) {
         std::error_code ignored;
         if (!std::filesystem::is_directory(words.into, ignored))
-            fail("“" + words.into + "” is not an existing folder.",
+            failUsage("“" + words.into + "” is not an existing folder.",
                 "« " + words.into + " » n’est pas un dossier existant.");
         result.outputDirectory = words.into;
     }
@@ -123,14 +123,14 @@ ReportFormat reportFormatOf(const std::filesystem::path &file)
     if (format == DocumentFormat::pdf)
         return ReportFormat::pdf;
     if (!format || !isMarkdown(*format))
-        fail("--report takes a file that ends in .md or .pdf.", "--report demande un fichier en .md ou .pdf.");
+        failUsage("--report takes a file that ends in .md or .pdf.", "--report demande un fichier en .md ou .pdf.");
     return ReportFormat::markdown;
 }
 
 CompareArguments compareFrom(const Words &words)
 {
     if (words.inputs.size() != 2)
-        fail("compare takes two files: the original, then the revised one.",
+        failUsage("compare takes two files: the original, then the revised one.",
             "compare demande deux fichiers : l’original, puis la version révisée.");
     CompareArguments result{.original = words.inputs[0], .revised = words.inputs[1], .asJSON = words.asJSON};
     if (!words.report.empty()) {
@@ -138,7 +138,7 @@ CompareArguments compareFrom(const Words &words)
         result.report = {file, reportFormatOf(file)};
         std::error_code ignored;
         if (!std::filesystem::is_directory(std::filesystem::absolute(file).parent_path(), ignored))
-            fail("There is no folder for “" + words.report + "”.",
+            failUsage("There is no folder for “" + words.report + "”.",
                 "Il n’y a pas de dossier pour « " + words.report + " ».");
     }
     return result;
@@ -155,7 +155,7 @@ std::optional<NolfaFormat::Paper> paperFrom(const std::string &word)
         return std::nullopt;
     const std::optional<NolfaFormat::Paper> paper = NolfaFormat::paperFromRawValue(word);
     if (!paper)
-        fail("--paper is a4 or usLetter.", "--paper vaut a4 ou usLetter.");
+        failUsage("--paper is a4 or usLetter.", "--paper vaut a4 ou usLetter.");
     return paper;
 }
 
@@ -211,7 +211,7 @@ Arguments parse(const std::vector<std::string> &arguments)
         inputs.insert(inputs.end(), mark + 1, arguments.end());
     }
     if (!words.lang.empty() && !languageFromRawValue(words.lang))
-        fail("--lang is system, en or fr.", "--lang vaut system, en ou fr.");
+        failUsage("--lang is system, en or fr.", "--lang vaut system, en ou fr.");
     const std::optional<NolfaFormat::Paper> paper = paperFrom(words.paper);
 
     if (words.wantsVersion)
@@ -230,7 +230,7 @@ Arguments parse(const std::vector<std::string> &arguments)
         return {FormatsArguments{words.asJSON}, words.isQuiet, paper};
     if (watermark->parsed())
         return {watermarkFrom(words.watermark), words.isQuiet, paper};
-    fail("What shall be done? Give a verb: convert, compare, watermark or formats.",
+    failUsage("What shall be done? Give a verb: convert, compare, watermark or formats.",
         "Que faire ? Donnez un verbe : convert, compare, watermark ou formats.");
 }
 
