@@ -51,7 +51,8 @@ private slots:
         const auto tell = [&bus](const QVariant &value) {
             QDBusMessage change = QDBusMessage::createSignal(
                 "/org/freedesktop/portal/desktop", "org.freedesktop.portal.Settings", "SettingChanged");
-            change << "org.gnome.desktop.interface" << "enable-animations" << QVariant::fromValue(QDBusVariant(value));
+            change << "org.gnome.desktop.interface"
+                   << "enable-animations" << QVariant::fromValue(QDBusVariant(value));
             return bus.send(change);
         };
         QVERIFY(tell(true));
