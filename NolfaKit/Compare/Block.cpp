@@ -6,18 +6,19 @@
 
 namespace nolfa {
 
-Block::Block(BlockKind kind_, std::string text_, std::size_t index_, std::optional<std::int64_t> page_)
+Block::Block(BlockKind kind_, std::string text_, std::size_t index_, std::optional<std::int64_t> page_,
+    const std::stop_token &stop)
     : kind(kind_)
     , text(std::move(text_))
     , index(index_)
     , page(page_)
-    , normalizedHash(TextFold::loose(text))
+    , normalizedHash(TextFold::loose(text, stop))
 {
 }
 
-std::string Block::comparisonKey(const ComparisonOptions &options) const
+std::string Block::comparisonKey(const ComparisonOptions &options, const std::stop_token &stop) const
 {
-    return TextFold::fold(text, options.ignoreWhitespace, options.ignoreCase, options.ignoreFormattingMarkers);
+    return TextFold::fold(text, options.ignoreWhitespace, options.ignoreCase, options.ignoreFormattingMarkers, stop);
 }
 
 std::string Block::markdownLine() const

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <stop_token>
 #include <string>
 
 namespace nolfa {
@@ -45,7 +46,8 @@ private:
 /// One piece of a document: a heading, a paragraph, an item, a row. A plain value.
 struct Block {
     /// Folds the text.
-    Block(BlockKind kind, std::string text, std::size_t index, std::optional<std::int64_t> page = std::nullopt);
+    Block(BlockKind kind, std::string text, std::size_t index, std::optional<std::int64_t> page = std::nullopt,
+        const std::stop_token &stop = {});
 
     BlockKind kind;
     std::string text; ///< Markdown, without what marks the block's kind; code keeps its fences
@@ -54,7 +56,7 @@ struct Block {
     std::string normalizedHash; ///< the text with case, emphasis and spacing folded away; not a digest
 
     /// What must agree for two blocks to count as the same.
-    [[nodiscard]] std::string comparisonKey(const ComparisonOptions &options) const;
+    [[nodiscard]] std::string comparisonKey(const ComparisonOptions &options, const std::stop_token &stop = {}) const;
 
     /// The block as Markdown, with its mark.
     [[nodiscard]] std::string markdownLine() const;

@@ -54,7 +54,8 @@ private:
     {
         Block &before = m_left[anchor.left];
         Block &after = m_right[anchor.right];
-        if (before.text == after.text || before.comparisonKey(m_options) == after.comparisonKey(m_options)) {
+        if (before.text == after.text
+            || before.comparisonKey(m_options, m_stop) == after.comparisonKey(m_options, m_stop)) {
             ++m_unchanged;
             return;
         }
@@ -97,7 +98,7 @@ private:
             numbers.reserve(range.size());
             for (std::size_t i = range.begin; i < range.end; ++i)
                 numbers.push_back(
-                    isCompared ? m_keys.number(keys.emplace_back(blocks[i].comparisonKey(m_options))) : 0);
+                    isCompared ? m_keys.number(keys.emplace_back(blocks[i].comparisonKey(m_options, m_stop))) : 0);
             return numbers;
         };
         const std::vector<std::uint32_t> leftNumbers = numbersOf(m_left, left);

@@ -33,7 +33,7 @@ std::string readPDF(const fs::path &url, const fs::path &folder, const std::stop
     const PDFToMarkdownConverter converter({.emitPageMarkers = true}, std::make_shared<const VisionTextRecognizer>());
     const fs::path pages = folder / "pages.md";
     converter.convert(url, pages, {DocumentFormat::pdf, DocumentFormat::markdown}, stop);
-    return TextFile::read(pages);
+    return TextFile::read(pages, stop);
 }
 
 /// Without a path that leads to extracted pictures: what is left is its end inside their folder.
@@ -49,14 +49,14 @@ std::string convert(
 {
     const fs::path output = service.convert(url, DocumentFormat::markdown, folder, stop);
     const fs::path media = output.parent_path() / (FileName::stem(output) + "-media/");
-    return withoutPath(TextFile::read(output), MediaLinks::destination(media.native()));
+    return withoutPath(TextFile::read(output, stop), MediaLinks::destination(media.native()));
 }
 
 std::string markdownOf(
     const ComparedFile &file, const ConversionService &service, const fs::path &folder, const std::stop_token &stop)
 {
     if (isMarkdown(file.format))
-        return TextFile::read(file.url);
+        return TextFile::read(file.url, stop);
     if (file.format == DocumentFormat::pdf)
         return readPDF(file.url, folder, stop);
     return convert(file.url, service, folder, stop);

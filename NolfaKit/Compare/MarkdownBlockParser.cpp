@@ -218,7 +218,7 @@ private:
             return;
         if (trimmed.size() != text.size())
             text = std::string(trimmed);
-        m_blocks.emplace_back(kind, std::move(text), m_blocks.size(), page);
+        m_blocks.emplace_back(kind, std::move(text), m_blocks.size(), page, m_stop);
     }
 
     static constexpr std::size_t linesBetweenChecks = 1024;

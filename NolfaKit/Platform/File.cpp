@@ -1,8 +1,10 @@
 #include "Platform/File.h"
 
+#include "Platform/CancellationError.h"
 #include "Platform/FileDescriptor.h"
 #include "Platform/FileWriter.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <chrono>
 #include <fcntl.h>
@@ -29,13 +31,18 @@ FileDescriptor openToRead(const fs::path &file)
 }
 
 /// @return fewer bytes than asked for at the file's end; absent when they can't be read
-std::optional<std::string> readAt(const FileDescriptor &file, off_t offset, std::size_t size)
+std::optional<std::string> readAt(
+    const FileDescriptor &file, off_t offset, std::size_t size, const std::stop_token &stop = {})
 {
-    std::string result(size, '\0');
+    constexpr std::size_t atOnce = 1U << 23U;
+    std::string result;
+    result.reserve(size);
     std::size_t filled = 0;
     while (filled < size) {
+        throwIfStopped(stop);
+        result.resize(std::min(size, filled + atOnce));
         const ssize_t count
-            = ::pread(file.get(), result.data() + filled, size - filled, offset + static_cast<off_t>(filled));
+            = ::pread(file.get(), result.data() + filled, result.size() - filled, offset + static_cast<off_t>(filled));
         if (count < 0 && errno == EINTR)
             continue;
         if (count < 0)
@@ -64,13 +71,13 @@ void openUp(const fs::path &folder) noexcept
 
 } // namespace
 
-std::optional<std::string> contents(const fs::path &file)
+std::optional<std::string> contents(const fs::path &file, const std::stop_token &stop)
 {
     const FileDescriptor descriptor = openToRead(file);
     struct stat about { };
     if (!descriptor.isOpen() || ::fstat(descriptor.get(), &about) != 0)
         return std::nullopt;
-    return readAt(descriptor, 0, static_cast<std::size_t>(about.st_size));
+    return readAt(descriptor, 0, static_cast<std::size_t>(about.st_size), stop);
 }
 
 std::string range(const fs::path &file, std::uint64_t offset, std::size_t size)

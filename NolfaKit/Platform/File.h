@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <filesystem>
 #include <optional>
+#include <stop_token>
 #include <string>
 #include <string_view>
 
@@ -13,7 +14,8 @@ namespace nolfa {
 namespace File {
 
 /// The whole of a regular file. Absent when it can't be opened or read.
-[[nodiscard]] std::optional<std::string> contents(const std::filesystem::path &file);
+/// @throws CancellationError after a stop
+[[nodiscard]] std::optional<std::string> contents(const std::filesystem::path &file, const std::stop_token &stop = {});
 
 /// Bytes of a regular file from an offset on: fewer than asked for past its end, none when it can't be read.
 [[nodiscard]] std::string range(const std::filesystem::path &file, std::uint64_t offset, std::size_t size);

@@ -133,8 +133,8 @@ TEST(HostileText, blocksThatStandInAnotherOrderAndRepeat)
 TEST(HostileText, aStopReturnsAtOnceWhereverItComes)
 {
     const TemporaryFolder folder;
-    const fs::path left = folder.write("a.md", line(4'000'000, 1));
-    const fs::path right = folder.write("b.md", line(4'000'000, 2));
+    const fs::path left = folder.write("a.md", line(20'000'000, 1));
+    const fs::path right = folder.write("b.md", line(20'000'000, 2));
     for (const int delay : {1, 5, 10, 20, 40, 60, 80, 100, 120}) {
         auto best = std::chrono::steady_clock::duration::max();
         for (int round = 0; round < 5; ++round) {

@@ -1,7 +1,10 @@
 #include "Compare/TextFold.h"
 
+#include "Platform/CancellationError.h"
+
 #include <gmock/gmock.h>
 #include <random>
+#include <vector>
 
 using namespace nolfa;
 
@@ -81,4 +84,39 @@ TEST(TextFold, theWayOfPlainTextAgreesWithTheGeneralOne)
         ASSERT_EQ(general.substr(0, general.size() - 2), plain.substr(0, plain.size() - 1))
             << ::testing::PrintToString(text);
     }
+}
+
+TEST(TextFold, aLongTextFoldsAsItsWordsDo)
+{
+    // What folding looks at in its surroundings: capitals at the end of words, blanks and signs with accents, letters
+    // that take the next character along, flags.
+    const std::vector<std::string> pieces{"Σ", "ΑΣ", "A1", "é", "*", "_", " \u0301", "\u0600", "*\u0301", "🇫", "x", " ",
+        "  ", "\t", "\u00A0", "\r\n", "e\u0301", " b "};
+    std::mt19937 random(7);
+    for (int round = 0; round < 16; ++round) {
+        const bool whitespace = (round & 1) != 0;
+        const bool letterCase = (round & 2) != 0;
+        const bool markers = (round & 4) != 0;
+        // Words fold one by one, as long as what parts them folds to itself.
+        std::string text;
+        std::string expected;
+        while (text.size() < 300'000) {
+            std::string word = "w";
+            for (std::size_t i = random() % 30; i > 0; --i)
+                word += pieces[random() % pieces.size()];
+            word += "w";
+            text += (text.empty() ? "" : " ") + word;
+            expected += (expected.empty() ? "" : " ") + TextFold::fold(word, whitespace, letterCase, markers);
+        }
+        ASSERT_TRUE(TextFold::fold(text, whitespace, letterCase, markers) == expected) << round;
+    }
+}
+
+TEST(TextFold, heedsAStopInALongText)
+{
+    std::stop_source source;
+    source.request_stop();
+    const std::string text(1U << 20U, 'a');
+    EXPECT_EQ(TextFold::loose("short", source.get_token()), "short");
+    EXPECT_THROW(static_cast<void>(TextFold::loose(text, source.get_token())), CancellationError);
 }

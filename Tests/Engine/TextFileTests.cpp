@@ -1,5 +1,6 @@
 #include "Engine/TextFile.h"
 
+#include "Platform/CancellationError.h"
 #include "Support/Expect.h"
 #include "Support/TemporaryFolder.h"
 
@@ -29,6 +30,21 @@ TEST(TextFile, anythingElseIsLatin1)
     EXPECT_EQ(TextFile::read(folder.write("a", "caf\xE9")), "café");
     EXPECT_EQ(TextFile::read(folder.write("b", std::string("\xFF\xFE\0\xD8", 4))), "ÿþ" + std::string(1, '\0') + "Ø")
         << "a mark that lies";
+}
+
+TEST(TextFile, aLongTextIsOneText)
+{
+    const TemporaryFolder folder;
+    // Longer than what is looked at in one go, which here ends in the middle of a letter.
+    std::string text = "x";
+    for (int i = 0; i < 4'300'000; ++i)
+        text += "é";
+    EXPECT_TRUE(TextFile::read(folder.write("a", text)) == text);
+    const std::string broken = text + "\xE9";
+    EXPECT_EQ(TextFile::read(folder.write("b", broken)).size(), 1 + 2 * (broken.size() - 1)) << "ISO Latin 1";
+    std::stop_source source;
+    source.request_stop();
+    EXPECT_THROW(static_cast<void>(TextFile::read(folder / "a", source.get_token())), CancellationError);
 }
 
 TEST(TextFile, whatCannotBeReadIsUnreadable)
