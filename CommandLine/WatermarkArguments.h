@@ -14,7 +14,7 @@ struct WatermarkArguments {
     WatermarkSpec spec;
 };
 
-/// The words of the verb as they were typed. Absent ones leave the specification's own values.
+/// The words of the verb as they were typed. What is absent stays as `WatermarkSpec` begins.
 struct WatermarkWords {
     std::vector<std::string> inputs;
     std::optional<std::string> text;

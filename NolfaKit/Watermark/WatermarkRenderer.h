@@ -21,7 +21,7 @@ namespace WatermarkRenderer {
 void render(const std::filesystem::path &input, const std::filesystem::path &to, const WatermarkSpec &spec,
     const std::stop_token &stop = {});
 
-/// A PDF of one page: the one at an index, stamped if the specification selects it.
+/// A PDF of one page: the one at an index, stamped if @p spec selects it.
 /// @param index  from 0
 /// @return the file's bytes
 /// @throws ConversionError as render(), and engineFailure for a page past the end; CancellationError after a stop

@@ -157,7 +157,7 @@ TEST(Arguments, watermarkBeginsWithTheDefaults)
     EXPECT_EQ(parseWatermark({"--text", ""}).spec, WatermarkSpec());
 }
 
-TEST(Arguments, watermarkTakesEveryFieldOfTheSpecification)
+TEST(Arguments, watermarkTakesEveryField)
 {
     const WatermarkSpec expected{.text = "-x",
         .fontName = "DejaVuSans",

@@ -328,7 +328,7 @@ TEST_F(Fidelity, documentsOfTheGivenFolderLookTheSame)
 {
     const char *const given = std::getenv("NOLFA_PDF_FOLDER");
     if (given == nullptr)
-        GTEST_SKIP() << "NOLFA_PDF_FOLDER is not set";
+        GTEST_SKIP() << "no folder was given: NOLFA_PDF_FOLDER names one";
     std::size_t count = 0;
     for (const fs::path &input : documentsIn(given)) {
         expectFaithful(input, 1, 20, 50);
